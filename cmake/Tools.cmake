@@ -1,0 +1,22 @@
+# SPDX-License-Identifier: MIT
+# Each tools/NAME.cpp, and each folder tools/NAME/ with sources, is a program that is installed to bin/.
+
+file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(GLOB single_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/*.cpp)
+file(GLOB in_folders CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/*/*.cpp)
+foreach(source ${single_files} ${in_folders})
+  if(source IN_LIST single_files)
+    get_filename_component(tool ${source} NAME_WE)
+  else()
+    get_filename_component(tool ${source} DIRECTORY)
+    get_filename_component(tool ${tool} NAME)
+  endif()
+  if(NOT TARGET ${tool})
+    add_executable(${tool})
+    quoll_compile(${tool})
+    target_link_libraries(${tool} PRIVATE QuollFoundation::QuollFoundation)
+    set_target_properties(${tool} PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
+    install(TARGETS ${tool} DESTINATION ${CMAKE_INSTALL_BINDIR})
+  endif()
+  target_sources(${tool} PRIVATE ${source})
+endforeach()
