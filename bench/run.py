@@ -29,7 +29,8 @@ import sys
 import tempfile
 import time
 
-import report
+sys.dont_write_bytecode = True  # no folder of caches beside the sources
+import report  # noqa: E402
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 PREFIX = "quoll-bench-"
@@ -207,7 +208,9 @@ def list_families(folder):
         if not program.startswith(PREFIX) or not os.path.isfile(path) or not os.access(path, os.X_OK):
             continue
         command = [path, "--benchmark_list_tests"]
-        listed = subprocess.run(command, capture_output=True, text=True, timeout=60, check=True)
+        listed = subprocess.run(command, capture_output=True, text=True, timeout=60, check=False)
+        if listed.returncode:
+            sys.exit("%s does not run: %s" % (program, listed.stderr.strip() or listed.returncode))
         members = collections.OrderedDict()
         for name in filter(None, listed.stdout.split("\n")):
             members.setdefault(name.split("/")[0], []).append(name)

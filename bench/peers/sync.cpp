@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Semaphores, readers and a writer, thread pools.
 // With several threads the time is wall time divided by the operations of all of them.
+#include "bench/sync.h"
 #include <pthread.h>
 #include <semaphore.h>
 #include <atomic>
@@ -13,7 +14,6 @@
 #include <semaphore>
 #include <shared_mutex>
 #include <thread>
-#include "bench/measure.h"
 #if PEERS_QT
 #include <QReadWriteLock>
 #include <QSemaphore>
@@ -65,35 +65,6 @@ struct MutexSem {  // the textbook one
     cv.notify_one();
   }
 };
-template <class Sem>
-void sem_pair(State& s) {  // one permit: with 2 threads they exclude each other
-  static Sem sem(1);
-  for (auto _ : s) {
-    sem.down();
-    sem.up();
-  }
-  items(s, 1);
-}
-template <class Sem>
-void sem_handoff(State& s) {  // every operation wakes the other thread
-  Sem go(0), back(0);
-  std::atomic<bool> stop{false};
-  std::thread t([&] {
-    while (true) {
-      go.down();
-      if (stop) return;
-      back.up();
-    }
-  });
-  for (auto _ : s) {
-    go.up();
-    back.down();
-  }
-  stop = true;
-  go.up();
-  t.join();
-  items(s, 1);
-}
 void spin_handoff(State& s) {  // what the caches need to pass a word to the other core and back, nobody sleeping
   alignas(64) std::atomic<long> go{0};
   alignas(64) std::atomic<long> back{0};
@@ -115,9 +86,6 @@ void spin_handoff(State& s) {  // what the caches need to pass a word to the oth
   items(s, 1);
 }
 PEER(spin_handoff, "semaphore_handoff/limit-busy-wait");
-#define SEM(T, name)                                            \
-  PEER(sem_pair<T>, "semaphore/" name)->Threads(1)->Threads(2); \
-  PEER(sem_handoff<T>, "semaphore_handoff/" name)
 SEM(StdSem, "std::counting_semaphore");
 SEM(PosixSem, "sem_t");
 SEM(MutexSem, "mutex+condition_variable");
