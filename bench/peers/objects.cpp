@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Making and dropping an object, strong and weak references.
+#include "bench/objects.h"
 #include <atomic>
 #include <cstdlib>
 #include <memory>
-#include "bench/measure.h"
 #include "bench/peers/glib_objects.h"
 #if PEERS_QT
 #include <QObject>
@@ -141,16 +141,9 @@ PEER(retain_rcbox, "retain_release/g_atomic_rc_box");
 struct Thing {
   int value = 1;
 };
-template <class Body>
-static void weak(State& s, Body body) {
-  long sum = 0;
-  for (auto _ : s) sum += body();
-  keep(sum);
-  items(s, 1);
-}
 void weak_atomic(State& s) {
   static std::atomic<int> n{1};
-  weak(s, [] {
+  sums(s, [] {
     n.fetch_add(1);
     return n.fetch_sub(1);
   });
@@ -158,7 +151,7 @@ void weak_atomic(State& s) {
 void weak_std(State& s) {
   static auto p = std::make_shared<Thing>();
   static std::weak_ptr<Thing> w = p;
-  weak(s, [] {
+  sums(s, [] {
     auto q = w.lock();
     return q ? q->value : 0;
   });
@@ -166,7 +159,7 @@ void weak_std(State& s) {
 void alive_std(State& s) {
   auto p = std::make_shared<Thing>();
   std::weak_ptr<Thing> w = p;
-  weak(s, [&] {
+  sums(s, [&] {
     keep(w);
     return int(!w.expired());
   });
@@ -178,7 +171,7 @@ PEER(weak_std, "weak_lock/std::weak_ptr::lock")->Threads(1)->Threads(2);
 void weak_qt(State& s) {
   static auto p = QSharedPointer<Thing>::create();
   static QWeakPointer<Thing> w = p;
-  weak(s, [] {
+  sums(s, [] {
     auto q = w.toStrongRef();
     return q ? q->value : 0;
   });
@@ -187,7 +180,7 @@ PEER(weak_qt, "weak_lock/QWeakPointer::toStrongRef")->Threads(1)->Threads(2);
 void alive_qpointer(State& s) {
   QObject o;
   QPointer<QObject> w(&o);
-  weak(s, [&] {
+  sums(s, [&] {
     keep(w);
     return int(w.data() != nullptr);
   });
@@ -202,7 +195,7 @@ void weak_g(State& s) {
     g_weak_ref_init(r, o);
     return r;
   }();
-  weak(s, [] {
+  sums(s, [] {
     auto* q = static_cast<GObject*>(g_weak_ref_get(w));
     if (!q) return 0;
     g_object_unref(q);
