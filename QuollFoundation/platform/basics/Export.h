@@ -16,9 +16,9 @@
 
 /* Around declarations that C and C++ share: C linkage, and namespace quoll for C++. */
 #ifdef __cplusplus
-#define QF_C_BEGIN         \
-  namespace quoll {        \
-  inline namespace v1 {    \
+#define QF_C_BEGIN      \
+  namespace quoll {     \
+  inline namespace v1 { \
   extern "C" {
 #define QF_C_END \
   }              \

@@ -43,7 +43,8 @@ constexpr CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat height)
 
 inline constexpr CGRect CGRectZero{};
 /// "No rectangle", which is not the same as an empty one.
-inline constexpr CGRect CGRectNull{{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()}, {0, 0}};
+inline constexpr CGRect CGRectNull{{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()},
+                                   {0, 0}};
 
 /// Whether either component of the origin is positive infinity.
 constexpr bool CGRectIsNull(const CGRect& rect) {

@@ -11,7 +11,6 @@
 
 QF_C_BEGIN
 
-
 typedef int64_t NSInteger;
 typedef uint64_t NSUInteger;
 typedef int64_t CFIndex;
