@@ -38,8 +38,8 @@ TEST(PlainArrays, AListGrowsAsItIsFilled) {
   uint64_t capacity = 0;
   quoll::NSRange* ranges = nullptr;
   for (uint64_t count = 0; count < 1000; ++count) {
-    ranges = static_cast<quoll::NSRange*>(
-        quoll::QFReallocateIfNeeded(ranges, count, &capacity, sizeof(quoll::NSRange)));
+    ranges =
+        static_cast<quoll::NSRange*>(quoll::QFReallocateIfNeeded(ranges, count, &capacity, sizeof(quoll::NSRange)));
     ASSERT_NE(ranges, nullptr);
     ranges[count] = {count, 2 * count};
   }

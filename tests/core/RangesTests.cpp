@@ -94,7 +94,10 @@ TEST(Ranges, AnEmptyRangeInsideAnotherKeepsItsLocation) {
 TEST(Ranges, EndsUpToTheLastIndexAreExact) {
   checkBothWays({"largest range", {0, last}, {last - 1, 1}, {last - 1, 1}, {last - 1, 1}});
   checkBothWays({"its end", {0, last}, {last, 0}, notFound, {last, 0}});
-  checkBothWays({"across the signed limit", {NSNotFound, NSNotFound}, {NSNotFound + 1, 2}, {NSNotFound + 1, 2},
+  checkBothWays({"across the signed limit",
+                 {NSNotFound, NSNotFound},
+                 {NSNotFound + 1, 2},
+                 {NSNotFound + 1, 2},
                  {NSNotFound + 1, 2}});
   checkBothWays({"two at the last index", {last, 0}, {last, 0}, {last, 0}, {last, 0}});
 }

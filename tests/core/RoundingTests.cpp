@@ -82,10 +82,18 @@ TEST(Rounding, CeilFloorAndTruncGoTheirWays) {
     double floor;
     double trunc;
   };
-  constexpr Row rows[] = {{1.5, 2, 1, 1},         {-1.5, -1, -2, -1},        {2, 2, 2, 2},
-                          {-2, -2, -2, -2},       {0.1, 1, 0, 0},            {-0.1, -0.0, -1, -0.0},
-                          {0.0, 0.0, 0.0, 0.0},   {-0.0, -0.0, -0.0, -0.0},  {1e300, 1e300, 1e300, 1e300},
-                          {5e-324, 1, 0, 0},      {-5e-324, -0.0, -1, -0.0}, {infinity, infinity, infinity, infinity},
+  constexpr Row rows[] = {{1.5, 2, 1, 1},
+                          {-1.5, -1, -2, -1},
+                          {2, 2, 2, 2},
+                          {-2, -2, -2, -2},
+                          {0.1, 1, 0, 0},
+                          {-0.1, -0.0, -1, -0.0},
+                          {0.0, 0.0, 0.0, 0.0},
+                          {-0.0, -0.0, -0.0, -0.0},
+                          {1e300, 1e300, 1e300, 1e300},
+                          {5e-324, 1, 0, 0},
+                          {-5e-324, -0.0, -1, -0.0},
+                          {infinity, infinity, infinity, infinity},
                           {-infinity, -infinity, -infinity, -infinity}};
   for (const Row& row : rows) {
     SCOPED_TRACE(row.value);
