@@ -49,6 +49,7 @@ int64_t dispatch_semaphore_wait(dispatch_semaphore_t semaphore, dispatch_time_t 
 /// not fallen asleep yet and will see the count by itself.
 int64_t dispatch_semaphore_signal(dispatch_semaphore_t semaphore);
 
+/// One reference more, which a release gives back.
 QF_EXPORT void dispatch_retain(dispatch_semaphore_t semaphore);
 /// The last release destroys the semaphore; no thread may then be waiting for it.
 QF_EXPORT void dispatch_release(dispatch_semaphore_t semaphore);
