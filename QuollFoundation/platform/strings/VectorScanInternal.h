@@ -25,11 +25,13 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <class Unit>
 using LaneOf = std::conditional_t<sizeof(Unit) == 1, uint8_t, uint16_t>;
 
-/// The widest vector of units whose mask fits 64 bits; and the one of 16 bytes, for what is left.
+/// The widest vector of units whose mask fits 64 bits; and those of 16 and 8 bytes, for what is left.
 template <class Unit>
 using UnitTag = hn::CappedTag<LaneOf<Unit>, 64>;
 template <class Unit>
 using ShortUnitTag = hn::CappedTag<LaneOf<Unit>, 16 / sizeof(Unit)>;
+template <class Unit>
+using ShortestUnitTag = hn::CappedTag<LaneOf<Unit>, 8 / sizeof(Unit)>;
 
 template <class D, class Unit>
 HWY_INLINE auto loadUnits(D d, const Unit* units) {
@@ -47,11 +49,25 @@ HWY_INLINE uint64_t bitsOf(D d, Mask mask) {
   return bits;
 }
 
+/// What `firstWhere` does from index i on with a vector of which `count` indices fill at least one.
+template <class D, class Test>
+HWY_INLINE size_t firstWhereFrom(D d, size_t i, size_t count, const Test& test) {
+  const size_t lanes = hn::Lanes(d);
+  for (;; i += lanes) {
+    if (count - i < lanes) i = count - lanes;  // the last vector overlaps what was tested before
+    const uint64_t bits = bitsOf(d, test(d, i));
+    if (bits != 0) return i + static_cast<size_t>(std::countr_zero(bits));
+    if (i + lanes == count) return count;
+  }
+}
+
 /// The first index in [0, count) for which a test holds, else `count`. `test(d, i)` answers for all lanes of `d` from
 /// index i on, `test(i)` for one index; no test looks beyond `count`.
 template <class Unit, class Test>
 HWY_INLINE size_t firstWhere(size_t count, const Test& test) {
   const UnitTag<Unit> wide;
+  const ShortUnitTag<Unit> narrow;
+  const ShortestUnitTag<Unit> narrowest;
   const size_t lanes = hn::Lanes(wide);
   size_t i = 0;
   for (; count - i >= 4 * lanes; i += 4 * lanes) {
@@ -59,22 +75,23 @@ HWY_INLINE size_t firstWhere(size_t count, const Test& test) {
     const auto far = hn::Or(test(wide, i + 2 * lanes), test(wide, i + 3 * lanes));
     if (!hn::AllFalse(wide, hn::Or(near, far))) break;
   }
-  for (; count - i >= lanes; i += lanes) {
-    const uint64_t bits = bitsOf(wide, test(wide, i));
-    if (bits != 0) return i + static_cast<size_t>(std::countr_zero(bits));
-  }
   if (i == count) return count;
-  const ShortUnitTag<Unit> narrow;
-  const size_t few = hn::Lanes(narrow);
-  if (count < few) {
-    while (i < count && !test(i)) ++i;
-    return i;
-  }
-  for (;; i += few) {
-    if (count - i < few) i = count - few;  // the last vector overlaps what was tested before
-    const uint64_t bits = bitsOf(narrow, test(narrow, i));
-    if (bits != 0) return i + static_cast<size_t>(std::countr_zero(bits));
-    if (i + few == count) return count;
+  if (count >= lanes) return firstWhereFrom(wide, i, count, test);
+  if (count >= hn::Lanes(narrow)) return firstWhereFrom(narrow, 0, count, test);
+  if (count >= hn::Lanes(narrowest)) return firstWhereFrom(narrowest, 0, count, test);
+  while (i < count && !test(i)) ++i;
+  return i;
+}
+
+/// What `behindLastWhere` does below index `end` with a vector of which `end` indices fill at least one.
+template <class D, class Test>
+HWY_INLINE size_t behindLastWhereUpTo(D d, size_t end, const Test& test) {
+  const size_t lanes = hn::Lanes(d);
+  for (;; end -= lanes) {
+    if (end < lanes) end = lanes;  // the last vector overlaps what was tested before
+    const uint64_t bits = bitsOf(d, test(d, end - lanes));
+    if (bits != 0) return end - lanes + static_cast<size_t>(std::bit_width(bits));
+    if (end == lanes) return 0;
   }
 }
 
@@ -82,6 +99,8 @@ HWY_INLINE size_t firstWhere(size_t count, const Test& test) {
 template <class Unit, class Test>
 HWY_INLINE size_t behindLastWhere(size_t count, const Test& test) {
   const UnitTag<Unit> wide;
+  const ShortUnitTag<Unit> narrow;
+  const ShortestUnitTag<Unit> narrowest;
   const size_t lanes = hn::Lanes(wide);
   size_t end = count;
   for (; end >= 4 * lanes; end -= 4 * lanes) {
@@ -89,23 +108,12 @@ HWY_INLINE size_t behindLastWhere(size_t count, const Test& test) {
     const auto far = hn::Or(test(wide, end - 3 * lanes), test(wide, end - 4 * lanes));
     if (!hn::AllFalse(wide, hn::Or(near, far))) break;
   }
-  for (; end >= lanes; end -= lanes) {
-    const uint64_t bits = bitsOf(wide, test(wide, end - lanes));
-    if (bits != 0) return end - lanes + static_cast<size_t>(std::bit_width(bits));
-  }
   if (end == 0) return 0;
-  const ShortUnitTag<Unit> narrow;
-  const size_t few = hn::Lanes(narrow);
-  if (count < few) {
-    while (end > 0 && !test(end - 1)) --end;
-    return end;
-  }
-  for (;; end -= few) {
-    if (end < few) end = few;  // the last vector overlaps what was tested before
-    const uint64_t bits = bitsOf(narrow, test(narrow, end - few));
-    if (bits != 0) return end - few + static_cast<size_t>(std::bit_width(bits));
-    if (end == few) return 0;
-  }
+  if (count >= lanes) return behindLastWhereUpTo(wide, end, test);
+  if (count >= hn::Lanes(narrow)) return behindLastWhereUpTo(narrow, end, test);
+  if (count >= hn::Lanes(narrowest)) return behindLastWhereUpTo(narrowest, end, test);
+  while (end > 0 && !test(end - 1)) --end;
+  return end;
 }
 
 }  // namespace quoll::inline v1::detail::HWY_NAMESPACE

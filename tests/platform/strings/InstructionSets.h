@@ -16,12 +16,11 @@ namespace quoll::testing {
 ///     TEST_P(LineScanner, EndsALineAtALineFeed) { ... }
 class EachInstructionSet : public ::testing::TestWithParam<int64_t> {
  protected:
-  void SetUp() override { choose(GetParam()); }
-  void TearDown() override { choose(0); }
+  void SetUp() override { useInstructionSet(GetParam()); }
+  void TearDown() override { useInstructionSet(0); }
 
- private:
   /// 0 means the best one.
-  static void choose(int64_t target) {
+  static void useInstructionSet(int64_t target) {
     hwy::SetSupportedTargetsForTest(target);
     hwy::GetChosenTarget().DeInit();
   }
