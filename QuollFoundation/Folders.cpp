@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "QuollFoundation/platform/object/RecordsInternal.h"
+
+/// The records of all folders, lowest first: what the runtime knows before anybody has touched a class.
+namespace quoll::inline v1::detail {
+
+extern const FolderRecord objectRecords;
+extern const FolderRecord stringsRecords;
+
+namespace {
+constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords};
+}  // namespace
+
+std::span<const FolderRecord* const> folders() { return all; }
+
+}  // namespace quoll::inline v1::detail

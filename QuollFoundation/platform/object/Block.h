@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+#include "QuollFoundation/platform/object/Casting.h"
+#include "QuollFoundation/platform/object/TypeEncodings.h"
+
+namespace quoll::inline v1 {
+
+namespace detail {
+
+/// A counted callable: what a Block holds.
+class QF_EXPORT HeapBlock : public NSObject {
+  QF_CLASS(HeapBlock, NSObject)
+ public:
+  virtual void* callable() = 0;
+};
+
+/// What a callable can do, whoever holds it.
+struct BlockTable {
+  uint64_t key;                              ///< Of its signature.
+  Ref<HeapBlock> (*copied)(void* callable);  ///< A counted copy on the heap.
+};
+template <class R, class... A> struct TypedBlockTable : BlockTable {
+  R (*call)(void* callable, A... arguments);
+};
+
+template <class F> class HeapBlockOf : public HeapBlock {
+ public:
+  explicit HeapBlockOf(const F& f) : callable_(f) {}
+  void* callable() override { return &callable_; }
+
+ private:
+  F callable_;
+};
+
+template <class F> struct CallShape;
+template <class C, class R, class... A> struct CallShape<R (C::*)(A...) const> {
+  using Type = void(A...);
+};
+template <class C, class R, class... A> struct CallShape<R (C::*)(A...)> {
+  using Type = void(A...);
+};
+template <class C, class R, class... A> struct CallShape<R (C::*)(A...) const noexcept> {
+  using Type = void(A...);
+};
+template <class C, class R, class... A> struct CallShape<R (C::*)(A...) noexcept> {
+  using Type = void(A...);
+};
+template <class R, class... A> struct CallShape<R (*)(A...)> {
+  using Type = void(A...);
+};
+template <class R, class... A> struct CallShape<R (*)(A...) noexcept> {
+  using Type = void(A...);
+};
+template <class F> concept PlainCall = requires { &F::operator(); };
+
+/// What a callback declares, from what it is given: an element as its own class is checked.
+template <class Want, class Have> Want element(Have value) {
+  if constexpr (std::is_convertible_v<Have, Want>) return value;
+  else return cast<std::remove_pointer_t<Want>>(value);
+}
+template <class R, class F, class... Have, class... Want> R callWithElements(F& f, void (*)(Want...), Have... values) {
+  return static_cast<R>(f(element<Want>(values)...));
+}
+
+template <class R, class F, class... A> R callBlock(F& f, A... arguments) {
+  if constexpr (std::is_invocable_v<F&, A...>) {
+    if constexpr (std::is_void_v<R>) static_cast<void>(f(arguments...));
+    else return f(arguments...);
+  } else if constexpr (PlainCall<F>) {
+    using Shape = typename CallShape<decltype(&F::operator())>::Type;
+    return callWithElements<R>(f, static_cast<Shape*>(nullptr), arguments...);
+  } else {
+    return callWithElements<R>(f, static_cast<typename CallShape<F>::Type*>(nullptr), arguments...);
+  }
+}
+
+[[noreturn]] QF_EXPORT void raiseNotCopyable();
+[[noreturn]] QF_EXPORT void raiseNullBlock();
+
+template <class F, class R, class... A> struct BlockTableOf {
+  static R call(void* callable, A... arguments) { return callBlock<R>(*static_cast<F*>(callable), arguments...); }
+  static Ref<HeapBlock> copied(void* callable) {
+    if constexpr (std::is_copy_constructible_v<F>) return make<HeapBlockOf<F>>(*static_cast<F*>(callable));
+    else raiseNotCopyable();
+  }
+  static constexpr TypedBlockTable<R, A...> table{{FineKey<R(A...)>::value, &copied}, &call};
+};
+
+template <class F, class... Not>
+concept CallableFor =
+    (!std::is_same_v<std::remove_cvref_t<F>, Not> && ...) && std::is_object_v<std::remove_reference_t<F>> &&
+    !std::is_null_pointer_v<std::remove_cvref_t<F>> && !AnyBlockType<std::remove_cvref_t<F>>;
+
+}  // namespace detail
+
+/// Borrows a callable for the length of a call: the type of callback parameters. Never null, not assignable,
+/// allocates nothing. Takes lambdas, function objects and functions; a callback may take an object as its own class
+/// (`[](NSString* s) {...}`), which is checked at each call, and its result may be ignored.
+template <class R, class... A> class BlockRef<R(A...)> {
+ public:
+  template <class F> requires detail::CallableFor<F>
+  BlockRef(F&& f QF_LIFETIME)
+      : callable_(const_cast<void*>(static_cast<const void*>(std::addressof(f)))),
+        table_(&detail::BlockTableOf<std::remove_reference_t<F>, R, A...>::table) {}
+  BlockRef(R (*f)(A...)) : callable_(reinterpret_cast<void*>(f)), table_(&functionTable) {
+    if (!f) detail::raiseNullBlock();
+  }
+  BlockRef(const Block<R(A...)>& block QF_LIFETIME);
+  BlockRef(void* callable, const detail::BlockTable* table)
+      : callable_(callable), table_(static_cast<const detail::TypedBlockTable<R, A...>*>(table)) {
+    if (!table) detail::raiseNullBlock();
+  }
+  BlockRef(const BlockRef&) = default;
+  BlockRef& operator=(const BlockRef&) = delete;
+
+  R operator()(A... arguments) const { return table_->call(callable_, arguments...); }
+  void* callable() const { return callable_; }
+  const detail::BlockTable* table() const { return table_; }
+
+ private:
+  static R callFunction(void* f, A... arguments) { return reinterpret_cast<R (*)(A...)>(f)(arguments...); }
+  static Ref<detail::HeapBlock> copiedFunction(void* f);
+  static constexpr detail::TypedBlockTable<R, A...> functionTable{{detail::FineKey<R(A...)>::value, &copiedFunction},
+                                                                  &callFunction};
+
+  void* callable_;
+  const detail::TypedBlockTable<R, A...>* table_;
+};
+
+/// A BlockRef where null has a meaning.
+template <class R, class... A> class OptionalBlockRef<R(A...)> {
+ public:
+  constexpr OptionalBlockRef() = default;
+  constexpr OptionalBlockRef(std::nullptr_t) {}
+  OptionalBlockRef(const BlockRef<R(A...)>& block) : callable_(block.callable()), table_(block.table()) {}
+  OptionalBlockRef(const Block<R(A...)>& block QF_LIFETIME) : OptionalBlockRef(BlockRef<R(A...)>(block)) {}
+  template <class F> requires detail::CallableFor<F>
+  OptionalBlockRef(F&& f QF_LIFETIME) : OptionalBlockRef(BlockRef<R(A...)>(std::forward<F>(f))) {}
+  OptionalBlockRef(void* callable, const detail::BlockTable* table) : callable_(callable), table_(table) {}
+  OptionalBlockRef(const OptionalBlockRef&) = default;
+  OptionalBlockRef& operator=(const OptionalBlockRef&) = delete;
+
+  explicit operator bool() const { return table_ != nullptr; }
+  /// Raises for null.
+  operator BlockRef<R(A...)>() const { return {callable_, table_}; }
+  R operator()(A... arguments) const { return BlockRef<R(A...)>(*this)(arguments...); }
+  void* callable() const { return callable_; }
+  const detail::BlockTable* table() const { return table_; }
+
+ private:
+  void* callable_ = nullptr;
+  const detail::BlockTable* table_ = nullptr;
+};
+
+/// Owns a callable, counted: copies share it. What is kept longer than a call is a Block.
+template <class R, class... A> class Block<R(A...)> {
+ public:
+  explicit Block(BlockRef<R(A...)> borrowed)  ///< Raises when the callable can't be copied.
+      : owner_(borrowed.table()->copied(borrowed.callable())), table_(borrowed.table()) {}
+  template <class F> requires detail::CallableFor<F>
+  Block(F&& f) : Block(BlockRef<R(A...)>(f)) {}
+
+  R operator()(A... arguments) const {
+    const Block pinned = *this;  // survives being replaced by its own body
+    return BlockRef<R(A...)>(pinned)(arguments...);
+  }
+  detail::HeapBlock* owner() const { return owner_.get(); }
+  const detail::BlockTable* table() const { return table_; }
+
+ private:
+  Ref<detail::HeapBlock> owner_;
+  const detail::BlockTable* table_;
+};
+
+template <class R, class... A>
+BlockRef<R(A...)>::BlockRef(const Block<R(A...)>& block) : BlockRef(block.owner()->callable(), block.table()) {}
+
+namespace detail {
+/// A function on the heap has no object of its own: the block's callable is the function's address.
+class QF_EXPORT FunctionBlock : public HeapBlock {
+ public:
+  explicit FunctionBlock(void* function) : function_(function) {}
+  void* callable() override { return function_; }
+
+ private:
+  void* function_;
+};
+}  // namespace detail
+
+template <class R, class... A> Ref<detail::HeapBlock> BlockRef<R(A...)>::copiedFunction(void* f) {
+  return make<detail::FunctionBlock>(f);
+}
+
+}  // namespace quoll::inline v1
