@@ -6,9 +6,10 @@ namespace quoll::inline v1::detail {
 
 extern const FolderRecord objectRecords;
 extern const FolderRecord stringsRecords;
+extern const FolderRecord locksRecords;
 
 namespace {
-constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords};
+constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords, &locksRecords};
 }  // namespace
 
 std::span<const FolderRecord* const> folders() { return all; }
