@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// Text services over strings of UTF-16 units.
+#include "QuollFoundation/text/LineModel.h"
