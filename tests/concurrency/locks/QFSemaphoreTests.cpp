@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/concurrency/locks/QFSemaphore.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -8,9 +9,11 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "QuollFoundation/platform/object/ClassBuilder.h"
 #include "QuollFoundation/platform/object/NSException.h"
+#include "QuollFoundation/platform/object/Reflection.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "tests/support/WatchedThread.h"
 
@@ -117,6 +120,17 @@ TEST(QFSemaphore, DoesAllByName) {
   quoll::send(semaphore, "waitAndSignalUsingBlock:"_sel, quoll::BlockRef<void()>(body));
   EXPECT_EQ(calls, 1);
   EXPECT_TRUE(semaphore->waitFor(0ns));
+}
+
+TEST(QFSemaphore, IsListedWithItsMethods) {
+  EXPECT_EQ(quoll::classNamed("QFSemaphore"), QFSemaphore::classObject());
+  std::vector<std::string> listed;
+  for (const quoll::MethodDescription& method : quoll::methodsOf(QFSemaphore::classObject())) {
+    EXPECT_EQ(method.sign, '-') << method.selector;
+    listed.push_back(method.selector);
+  }
+  EXPECT_THAT(listed, ::testing::UnorderedElementsAre("initWithValue:", "init", "wait", "waitWithTimeout:", "signal",
+                                                      "waitAndSignalUsingBlock:"));
 }
 
 TEST(QFSemaphore, AnInitializerByNameGivesNoneForNegativeCounts) {

@@ -333,6 +333,24 @@ TEST(DispatchSemaphore, WaitersThatGiveUpTakeNothingWithThem) {
   EXPECT_EQ(signal(semaphore), 0);
 }
 
+// Clients are compiled with the meaning of the word, and a sleeper left over would make every signal a call of the kernel.
+TEST(DispatchSemaphore, TheWordIsTheCountOnceNobodySleeps) {
+  const auto wordOf = [](const Semaphore& semaphore) {
+    return std::atomic_ref(*reinterpret_cast<int64_t*>(semaphore.get())).load();
+  };
+  const Semaphore semaphore = semaphoreOf(0);
+  EXPECT_NE(dispatch_semaphore_wait(semaphore.get(), dispatch_time(DISPATCH_TIME_NOW, oneSecond / 1000)), 0);
+  EXPECT_EQ(wordOf(semaphore), 0);
+  {
+    WatchedThread first([&] { wait(semaphore); });
+    WatchedThread second([&] { wait(semaphore); });
+    ASSERT_TRUE(sleepsIn(first, semaphore) && sleepsIn(second, semaphore));
+    EXPECT_LT(wordOf(semaphore), 0);
+    for (int i = 0; i < 5; ++i) signal(semaphore);
+  }
+  EXPECT_EQ(wordOf(semaphore), 3);
+}
+
 TEST(DispatchTime, IsCountedFromTheMonotonicClock) {
   const auto earliest = std::chrono::steady_clock::now().time_since_epoch().count();
   const auto moment = static_cast<int64_t>(dispatch_time(DISPATCH_TIME_NOW, 5 * oneSecond)) - 5 * oneSecond;
