@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QuollFoundation/QuollFoundation.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+/// How a line can end.
+enum class Terminator { LineFeed, CarriageReturn, Pair, NextLine, LineSeparator, ParagraphSeparator };
+inline constexpr std::array terminatorNames{"LF", "CR", "CRLF", "NEL", "LS", "PS"};
+
+/// What a survey finds in one text, or in several together.
+struct Findings {
+  uint64_t lines = 0;
+  uint64_t blankLines = 0;         ///< Lines of nothing but white space.
+  uint64_t longestLine = 0;        ///< Its number, from 1; 0 without any line.
+  uint64_t longestLength = 0;      ///< In UTF-16 units, without the terminator.
+  std::array<uint64_t, terminatorNames.size()> terminators{};
+
+  /// "LF" or "LF+CRLF"; "-" where no line ends.
+  std::string terminatorMix() const;
+  /// Lets these findings join others; the number of a longest line means nothing there.
+  Findings& operator+=(const Findings& other);
+};
+
+Findings surveyText(const quoll::NSString* text);
