@@ -47,15 +47,16 @@ template <class Text> Content trimmed(Text text, size_t start, size_t end) {
 /// One enumeration: what it was asked for, and how often it has called.
 template <class Visit> class LineVisits {
  public:
-  LineVisits(const NSString* string, uint64_t options, Visit& visit) : string_(string), options_(options), visit_(visit) {}
+  LineVisits(const NSString* string, uint64_t options, Visit& visit)
+      : string_(string), options_(options), visit_(visit) {}
 
   /// False when the callback ended the walk.
   template <class Text> bool line(Text text, LineBounds bounds) {
     const bool excludes = options_ & QFLineEnumerationExcludeTerminators;
     const bool trims = excludes && (options_ & QFLineEnumerationTrimWhitespace);
     const size_t contentsEnd = excludes ? bounds.contentsEnd : bounds.end;
-    const Content content = trims ? trimmed(text, bounds.start, contentsEnd)
-                                  : Content{bounds.start, contentsEnd - bounds.start};
+    const Content content =
+        trims ? trimmed(text, bounds.start, contentsEnd) : Content{bounds.start, contentsEnd - bounds.start};
     const NSRange wholeLine{bounds.start, bounds.end - bounds.start};
     if (content.length > 0) {
       const bool wanted = !(options_ & QFLineEnumerationNoLineSubstrings);
@@ -239,16 +240,12 @@ extern constinit const AdditionGroup<NSString> lineModelAdditions{
     {method<&enumerateLinesInRange_options_function_context>("enumerateLinesInRange:options:function:context:"_sel),
      method<&enumerateLinesWithOptions_function_context>("enumerateLinesWithOptions:function:context:"_sel),
      method<&getLineRangesInRange_count>("getLineRangesInRange:count:"_sel),
-     method<&getLineRanges>("getLineRanges:"_sel),
-     method<&lineRangesInRange>("lineRangesInRange:"_sel),
-     method<&lineRanges>("lineRanges"_sel),
-     method<&_10_6_lineRangesInRange>("_10_6_lineRangesInRange:"_sel),
-     method<&rangeOfLine>("rangeOfLine:"_sel),
-     method<&_10_6_rangeOfLine>("_10_6_rangeOfLine:"_sel),
+     method<&getLineRanges>("getLineRanges:"_sel), method<&lineRangesInRange>("lineRangesInRange:"_sel),
+     method<&lineRanges>("lineRanges"_sel), method<&_10_6_lineRangesInRange>("_10_6_lineRangesInRange:"_sel),
+     method<&rangeOfLine>("rangeOfLine:"_sel), method<&_10_6_rangeOfLine>("_10_6_rangeOfLine:"_sel),
      method<&numberOfLinesInRange>("numberOfLinesInRange:"_sel),
      method<&_10_6_numberOfLinesInRange>("_10_6_numberOfLinesInRange:"_sel),
-     method<&numberOfLines>("numberOfLines"_sel),
-     method<&lineNumberRangeInRange>("lineNumberRangeInRange:"_sel)}};
+     method<&numberOfLines>("numberOfLines"_sel), method<&lineNumberRangeInRange>("lineNumberRangeInRange:"_sel)}};
 
 }  // namespace detail
 }  // namespace quoll::inline v1

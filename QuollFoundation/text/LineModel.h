@@ -23,10 +23,10 @@ class NSString;
 
 /// What an enumeration of lines gives. Bits; others are ignored.
 enum QFLineEnumerationOptions : uint64_t {
-  QFLineEnumerationNoLineSubstrings = 0x4,         ///< Null in place of a line's substring.
-  QFLineEnumerationNoSeparatorSubstrings = 0x10,   ///< Null in place of a blank line's terminator.
-  QFLineEnumerationExcludeTerminators = 0x400,     ///< Substrings end before the terminator; blank lines are told apart.
-  QFLineEnumerationTrimWhitespace = 0x1000,        ///< Substrings without white space around them. Only with 0x400.
+  QFLineEnumerationNoLineSubstrings = 0x4,        ///< Null in place of a line's substring.
+  QFLineEnumerationNoSeparatorSubstrings = 0x10,  ///< Null in place of a blank line's terminator.
+  QFLineEnumerationExcludeTerminators = 0x400,    ///< Substrings end before the terminator; blank lines are told apart.
+  QFLineEnumerationTrimWhitespace = 0x1000,       ///< Substrings without white space around them. Only with 0x400.
 };
 constexpr QFLineEnumerationOptions operator|(QFLineEnumerationOptions a, QFLineEnumerationOptions b) {
   return static_cast<QFLineEnumerationOptions>(static_cast<uint64_t>(a) | static_cast<uint64_t>(b));

@@ -14,9 +14,9 @@ inline constexpr std::array terminatorNames{"LF", "CR", "CRLF", "NEL", "LS", "PS
 /// What a survey finds in one text, or in several together.
 struct Findings {
   uint64_t lines = 0;
-  uint64_t blankLines = 0;         ///< Lines of nothing but white space.
-  uint64_t longestLine = 0;        ///< Its number, from 1; 0 without any line.
-  uint64_t longestLength = 0;      ///< In UTF-16 units, without the terminator.
+  uint64_t blankLines = 0;     ///< Lines of nothing but white space.
+  uint64_t longestLine = 0;    ///< Its number, from 1; 0 without any line.
+  uint64_t longestLength = 0;  ///< In UTF-16 units, without the terminator.
   std::array<uint64_t, terminatorNames.size()> terminators{};
 
   /// "LF" or "LF+CRLF"; "-" where no line ends.

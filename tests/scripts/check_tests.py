@@ -61,6 +61,8 @@ FAULTS = [
     ("macros", OBJECT + "Thing.h", "".join(f"#define QF_{n} 1\n" for n in range(10)), "11: "),
     ("documented", OBJECT + "Thing.h", "class QF_EXPORT Other {};\n", "Thing.h:2: class QF_EXPORT Other"),
     ("documented", OBJECT + "Thing.h", "/// One.\nQF_EXPORT void a();\n\nQF_EXPORT void b();\n", "void b()"),
+    ("records", STRINGS + "Texts.cpp", 'ClassBuilder<Text>("NSText").build();\n', "NSText is not in"),
+    ("records", STRINGS + "Texts.cpp", 'constinit const AdditionGroup<NSText> additions{"A", {}};\n', "additions is not in"),
     ("todo form", STRINGS + "Texts.cpp", "// TODO: mend\n", "Texts.cpp:2: // TODO: mend"),
     ("words", "README.md", "It is dark; a grue may eat you.\n", "README.md:2"),
 ]

@@ -46,7 +46,8 @@ Call blank(std::u16string text, uint64_t location, uint64_t length, uint64_t ind
   return {std::move(text), true, location, length, true, index};
 }
 
-void collect(NSString* substring, uint64_t location, uint64_t length, bool isBlank, uint64_t index, bool*, void* calls) {
+void collect(NSString* substring, uint64_t location, uint64_t length, bool isBlank, uint64_t index, bool*,
+             void* calls) {
   static_cast<std::vector<Call>*>(calls)->push_back(
       {substring ? substring->utf16() : u"", substring != nullptr, location, length, isBlank, index});
 }
@@ -123,7 +124,10 @@ TEST(LineEnumeration, TrimmingHasNoEffectWithoutExcludingTerminators) {
   EXPECT_THAT(callsOf(" a \n"_ns, QFLineEnumerationTrimWhitespace), ElementsAre(line(u" a \n", 0, 4, 0)));
 }
 TEST(LineEnumeration, TrimmingTakesUnicodeSpacesButNoVerticalTabOrFormFeed) {
-  EXPECT_THAT(callsOf(u"\x3000\x2003" u"a\v\f"_ns, trimming), ElementsAre(line(u"a\v\f", 0, 5, 0)));
+  EXPECT_THAT(callsOf(u"\x3000\x2003"
+                      u"a\v\f"_ns,
+                      trimming),
+              ElementsAre(line(u"a\v\f", 0, 5, 0)));
 }
 TEST(LineEnumeration, ABlankLastLineWithoutTerminatorGetsNoCall) {
   EXPECT_THAT(callsOf("a\n  "_ns, trimming), ElementsAre(line(u"a", 0, 2, 0)));
@@ -141,7 +145,10 @@ TEST(LineEnumeration, IgnoresOptionBitsWithoutMeaning) {
   EXPECT_EQ(callsOf("a\n b"_ns, ~uint64_t{0x1414}), callsOf("a\n b"_ns, 0));
 }
 TEST(LineEnumeration, KnowsEveryTerminatorAndNoOther) {
-  EXPECT_THAT(callsOf(u"a\nb\rc\r\nd\x85" u"e\x2028" u"f\x2029g\vh\fi"_ns, excluding),
+  EXPECT_THAT(callsOf(u"a\nb\rc\r\nd\x85"
+                      u"e\x2028"
+                      u"f\x2029g\vh\fi"_ns,
+                      excluding),
               ElementsAre(line(u"a", 0, 2, 0), line(u"b", 2, 2, 1), line(u"c", 4, 3, 2), line(u"d", 7, 2, 3),
                           line(u"e", 9, 2, 4), line(u"f", 11, 2, 5), line(u"g\vh\fi", 13, 5, 6)));
 }
@@ -202,7 +209,8 @@ TEST(LineEnumeration, NullFunctionRaises) {
 TEST(LineEnumeration, PassesTheContextUntouched) {
   int context = 0;
   enumerateLinesWithOptions_function_context(
-      "a"_ns, 0, [](NSString*, uint64_t, uint64_t, bool, uint64_t, bool*, void* c) { ++*static_cast<int*>(c); }, &context);
+      "a"_ns, 0, [](NSString*, uint64_t, uint64_t, bool, uint64_t, bool*, void* c) { ++*static_cast<int*>(c); },
+      &context);
   EXPECT_EQ(context, 1);
 }
 TEST(LineEnumeration, OfANullStringDoesNothing) {
@@ -301,7 +309,8 @@ TEST(LineRanges, AsAPlainArrayGrowPast64) {
 TEST(LineRanges, PastTheEndRaise) {
   uint64_t count = 0;
   Ref<NSString> text = "abc"_ns;
-  const auto expected = NSString::stringWithFormat("Range {2, 2} lies out of bounds of string %p with length 3"_ns, text);
+  const auto expected =
+      NSString::stringWithFormat("Range {2, 2} lies out of bounds of string %p with length 3"_ns, text);
   EXPECT_THAT([&] { static_cast<void>(getLineRangesInRange_count(text, {2, 2}, &count)); },
               raises(NSRangeException, expected->utf8()));
   EXPECT_THAT([&] { static_cast<void>(getLineRangesInRange_count(text, {1, UINT64_MAX}, &count)); },
@@ -352,7 +361,9 @@ TEST(LineNumberRange, SaysWhereARangeLies) {
   EXPECT_EQ(lineNumberRangeInRange("a\nb\nc"_ns, {2, 3}), NSMakeRange(1, 2));
   EXPECT_EQ(lineNumberRangeInRange("a\nb\nc"_ns, {0, 5}), NSMakeRange(0, 3));
 }
-TEST(LineNumberRange, OfAnEmptyRangeIsOneLine) { EXPECT_EQ(lineNumberRangeInRange("a\nb"_ns, {2, 0}), NSMakeRange(1, 1)); }
+TEST(LineNumberRange, OfAnEmptyRangeIsOneLine) {
+  EXPECT_EQ(lineNumberRangeInRange("a\nb"_ns, {2, 0}), NSMakeRange(1, 1));
+}
 TEST(LineNumberRange, OfAnEmptyStringIsZero) { EXPECT_EQ(lineNumberRangeInRange(""_ns, {0, 0}), QFZeroRange); }
 TEST(LineNumberRange, InTheMiddleOfALineCountsThatLineBeforeToo) {
   EXPECT_EQ(lineNumberRangeInRange("abc\ndef"_ns, {1, 1}), NSMakeRange(1, 1));
