@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,10 @@ namespace quoll::inline v1 {
 
 class NSData;
 class NSMutableString;
+
+namespace detail {
+struct Text;  // makes plain strings
+}
 
 /// How bytes stand for text.
 enum NSStringEncoding : uint64_t {
@@ -42,6 +47,7 @@ class QF_EXPORT NSString : public NSObject {
   static Ref<NSString> stringWithCharacters(std::u16string_view units);
   static Ref<NSString> stringWithLatin1(std::string_view bytes);
   static Ref<NSString> stringWithBytes_encoding(std::string_view bytes, NSStringEncoding encoding);
+  /// The empty one; there is one immutable empty string only.
   template <class T = NSString> static Ref<T> string() { return cast<T>(string_ofClass(T::classObject())); }
   template <class T = NSString> static Ref<T> stringWithString(const NSString* other) {
     return cast<T>(stringWithString_ofClass(other, T::classObject()));
@@ -51,6 +57,15 @@ class QF_EXPORT NSString : public NSObject {
   }
   template <class T = NSString> static Ref<T> stringWithUTF8String(const char* text) {
     return cast<T>(stringWithUTF8String_ofClass(text, T::classObject()));
+  }
+  template <class T = NSString> static Ref<T> initWithString(const NSString* other) {
+    return cast<T>(initWithString_ofClass(other, T::classObject()));
+  }
+  template <class T = NSString> static Ref<T> initWithCharacters_length(const char16_t* units, uint64_t length) {
+    return cast<T>(initWithCharacters_length_ofClass(units, length, T::classObject()));
+  }
+  template <class T = NSString> static Ref<T> initWithUTF8String(const char* text) {
+    return cast<T>(initWithUTF8String_ofClass(text, T::classObject()));
   }
   template <class T = NSString> static Ref<T> initWithData_encoding(const NSData* data, NSStringEncoding encoding) {
     return cast<T>(initWithData_encoding_ofClass(data, encoding, T::classObject()));
@@ -63,6 +78,10 @@ class QF_EXPORT NSString : public NSObject {
   }
   static Ref<NSString> stringWithFormat_arguments(const NSString* format, std::span<const FormatArgument> arguments);
 
+  static Ref<NSString> init_ofClass(Class* cls);
+  static Ref<NSString> initWithString_ofClass(const NSString* other, Class* cls);
+  static Ref<NSString> initWithCharacters_length_ofClass(const char16_t* units, uint64_t length, Class* cls);
+  static Ref<NSString> initWithUTF8String_ofClass(const char* text, Class* cls);
   static Ref<NSString> string_ofClass(Class* cls);
   static Ref<NSString> stringWithString_ofClass(const NSString* other, Class* cls);
   static Ref<NSString> stringWithCharacters_length_ofClass(const char16_t* units, uint64_t length, Class* cls);
@@ -135,13 +154,21 @@ class QF_EXPORT NSString : public NSObject {
   Ref<NSMutableString> mutableCopy() const;
 
  protected:
-  constexpr NSString(const char* units, size_t length) : units_(units), length_(length & ~signBit), ascii_(1) {}
+  /// Empty. An initialiser then gives it a text, so a subclass needs no more than a default constructor.
+  constexpr NSString() : NSString("", 0) {}
+  /// Over text that outlives the object.
+  constexpr NSString(const char* ascii, size_t length) : units_(ascii), length_(length & ~signBit), ascii_(1) {}
   constexpr NSString(const char16_t* units, size_t length) : units_(units), length_(length & ~signBit), ascii_(0) {}
-  void setStorage(const char* units, size_t length);
+  void setStorage(const char* ascii, size_t length);
   void setStorage(const char16_t* units, size_t length);
 
  private:
+  friend struct detail::Text;
   [[noreturn]] void raiseIndex(std::string_view selector, uint64_t index) const;
+  /// Takes the text of an initialiser, once.
+  virtual void takeText(const NSString* text);
+  /// Who holds the units, for another string to share them; null where they may change.
+  virtual const NSString* owner() const;
 
   static constexpr size_t signBit = size_t{1} << 63;
   const void* units_;

@@ -67,9 +67,8 @@ template <FixedText text> struct LiteralText {
   }();
 };
 
-/// A string that the compiler made.
+/// A string that the compiler made. It says that it is an NSString.
 class QF_EXPORT LiteralString : public NSString {
-  QF_CLASS(LiteralString, NSString)
  public:
   template <class Unit, size_t N>
   constexpr explicit LiteralString(const std::array<Unit, N>& units) : NSString(units.data(), N - 1) {}

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "QuollFoundation/platform/object/RecordsInternal.h"
+#include "QuollFoundation/platform/strings/CharacterSets.h"
+#include "QuollFoundation/platform/strings/NSMutableString.h"
+#include "QuollFoundation/platform/strings/ObjectTextsInternal.h"
+
+namespace quoll::inline v1::detail {
+
+extern const AdditionGroup<NSObject> objectTexts;
+extern const AdditionGroup<NSString> lineBoundsAdditions;
+
+namespace {
+constinit const ClassRecord classes[] = {
+    {"NSCharacterSet", &NSCharacterSet::classObject},
+    {"NSException", &ExceptionRecord::classObject},
+    {"NSMutableString", &NSMutableString::classObject},
+    {"NSString", &NSString::classObject},
+};
+constinit const GroupRecord groups[] = {objectTexts, lineBoundsAdditions};
+}  // namespace
+
+extern constinit const FolderRecord stringsRecords{classes, groups, {}};
+
+}  // namespace quoll::inline v1::detail

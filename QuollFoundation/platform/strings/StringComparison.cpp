@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "QuollFoundation/platform/strings/TextFoldingInternal.h"
+#include "QuollFoundation/platform/strings/TextInternal.h"
+#include "QuollFoundation/platform/strings/UnitsInternal.h"
+
+namespace quoll::inline v1 {
+
+using detail::visitBoth;
+
+namespace {
+
+NSComparisonResult resultOf(std::strong_ordering ordering) {
+  return ordering < 0 ? NSOrderedAscending : ordering > 0 ? NSOrderedDescending : NSOrderedSame;
+}
+
+/// The units of a folded text, one after the other, without a copy of the whole.
+template <class Text> class FoldedUnits {
+ public:
+  static constexpr int atEnd = -1;
+
+  FoldedUnits(Text text, uint64_t options) : text_(text), options_(options) { load(); }
+  int unit() const { return given_ < point_.count ? point_.units[given_] : atEnd; }
+  void step() {
+    if (++given_ >= point_.count) load();
+  }
+  bool isDigit() const { return unit() >= '0' && unit() <= '9'; }
+
+ private:
+  void load() {
+    given_ = 0;
+    point_.count = 0;
+    while (point_.count == 0 && index_ < text_.size())
+      point_ = detail::foldPoint(detail::nextPoint(text_, index_), options_);
+  }
+
+  Text text_;
+  uint64_t options_;
+  size_t index_ = 0;
+  detail::FoldedPoint point_;
+  int given_ = 0;
+};
+
+/// Compares the numbers that both stand at, and steps behind them. Numbers have any length.
+template <class A, class B> std::strong_ordering compareNumbers(A& a, B& b) {
+  while (a.unit() == '0') a.step();
+  while (b.unit() == '0') b.step();
+  std::strong_ordering digits = std::strong_ordering::equal;
+  for (; a.isDigit() && b.isDigit(); a.step(), b.step()) {
+    if (digits == 0) digits = a.unit() <=> b.unit();
+  }
+  if (a.isDigit() != b.isDigit()) return a.isDigit() <=> b.isDigit();  // the one with more digits is larger
+  return digits;
+}
+
+template <class A, class B> std::strong_ordering compareFolded(A left, B right, uint64_t options) {
+  FoldedUnits<A> a(left, options);
+  FoldedUnits<B> b(right, options);
+  while (a.unit() != a.atEnd && b.unit() != b.atEnd) {
+    if ((options & NSNumericSearch) && a.isDigit() && b.isDigit()) {
+      if (const auto numbers = compareNumbers(a, b); numbers != 0) return numbers;
+      continue;
+    }
+    if (a.unit() != b.unit()) break;
+    a.step();
+    b.step();
+  }
+  return a.unit() <=> b.unit();  // the end comes before any unit
+}
+
+}  // namespace
+
+bool NSString::isEqual(const NSObject* other) const { return isEqualToString(as<NSString>(other)); }
+
+bool NSString::isEqualToString(const NSString* other) const {
+  if (this == other) return true;
+  if (!other || length() != other->length()) return false;
+  return visitBoth(this, other, [](auto a, auto b) { return detail::equalUnits(a, b); });
+}
+
+uint64_t NSString::hash() const {
+  return visit([](auto text) { return detail::hashUnits(text.data(), text.size()); });
+}
+
+NSComparisonResult NSString::compare(const NSString* other) const {
+  if (!other) return NSOrderedDescending;
+  return resultOf(visitBoth(this, other, [](auto a, auto b) { return detail::compareUnits(a, b); }));
+}
+
+NSComparisonResult NSString::compare_options(const NSString* other, NSStringCompareOptions options) const {
+  const uint64_t all = options;
+  if (!other || !(all & (detail::foldingOptions | NSNumericSearch))) return compare(other);
+  const auto folded = visitBoth(this, other, [&](auto a, auto b) { return compareFolded(a, b, all); });
+  return folded == 0 && (all & NSForcedOrderingSearch) ? compare(other) : resultOf(folded);
+}
+
+NSComparisonResult NSString::caseInsensitiveCompare(const NSString* other) const {
+  return compare_options(other, NSCaseInsensitiveSearch);
+}
+
+}  // namespace quoll::inline v1
