@@ -69,7 +69,7 @@ class QF_EXPORT Class : public NSObject {
   bool instancesRespondToSelector(Selector selector) const;
   Ref<NSMethodSignature> instanceMethodSignatureForSelector(Selector selector) const;  ///< Null: unknown.
   bool adoptsProtocolNamed(std::string_view protocol) const;                           ///< Itself or by inheritance.
-  bool isCodable() const { return isCodable_; }  ///< Whether key-value coding may read its methods.
+  bool isCodable() const { return isCodable_; }  ///< Whether key-value coding uses methods, not properties only.
   const std::vector<Method>& ownMethods() const { return methods_; }
 
   /// A plain instance; raises when the class has no default constructor.

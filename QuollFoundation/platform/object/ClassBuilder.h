@@ -39,15 +39,18 @@ template <class T> class ClassBuilder {
   template <auto f> ClassBuilder& initializer(Selector selector) { return add(quoll::initializer<f>(selector)); }
   template <auto f> ClassBuilder& initializer(std::string_view name) { return initializer<f>(registerSelector(name)); }
 
-  /// Readable and writable: `title` and `setTitle:`, or a setter of another name.
+  /// Readable and writable: `title` and `setTitle:`, `isOpen` and `setOpen:`, or a setter of another name.
   template <auto get, auto set> ClassBuilder& property(std::string_view name) {
-    std::string setter = "set" + std::string(name) + ":";
+    const bool hasIs = name.size() > 2 && name.starts_with("is") && name[2] >= 'A' && name[2] <= 'Z';
+    std::string setter = "set" + std::string(hasIs ? name.substr(2) : name) + ":";
     if (setter[3] >= 'a' && setter[3] <= 'z') setter[3] = static_cast<char>(setter[3] - 0x20);
     return property<get, set>(name, registerSelector(setter));
   }
   template <auto get, auto set> ClassBuilder& property(std::string_view name, Selector setter) {
     add(quoll::method<set>(setter));
-    return property<get>(name);
+    property<get>(name);
+    plan_.methods.back().setter = setter;
+    return *this;
   }
   /// Readable only.
   template <auto get> ClassBuilder& property(std::string_view name) {
@@ -65,7 +68,8 @@ template <class T> class ClassBuilder {
     plan_.methods.back().isKey = false;
     return *this;
   }
-  /// Key-value coding reads no method of this class and its subclasses: all keys reach the undefined-key hooks.
+  /// Key-value coding uses no method of this class and its subclasses: all keys but those of properties reach the
+  /// undefined-key hooks.
   ClassBuilder& notCodable() {
     plan_.isCodable = false;
     return *this;

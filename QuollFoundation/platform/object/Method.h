@@ -33,6 +33,7 @@ struct Method {
   detail::MethodKind kind = detail::MethodKind::Instance;
   bool isProperty = false;
   bool isKey = true;  ///< False: key-value coding never reads it.
+  Selector setter{};  ///< Of a property that can be written.
 
   /// The method, which has an effect, is never read as a key.
   constexpr Method notAKey() const {

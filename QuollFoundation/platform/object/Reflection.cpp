@@ -47,11 +47,11 @@ std::vector<MethodDescription> methodsOf(const Class* cls) {
 
 std::vector<std::string> keysOf(const Class* cls) {
   std::set<std::string> keys;
-  if (!cls->isCodable()) return {};
   for (const Class* c = cls; c; c = c->superclass()) {
     for (const MethodDescription& method : methodsOf(c)) {
       const detail::Entry* entry = cls->instanceTable()->find(detail::hashOf(method.selector), method.selector);
-      if (method.sign == '-' && entry && detail::mayReadAsKey(entry->method)) keys.insert(method.selector);
+      const bool isReadable = method.sign == '-' && entry && detail::mayReadAsKey(entry->method);
+      if (isReadable && (cls->isCodable() || entry->method.isProperty)) keys.insert(method.selector);
     }
   }
   return {keys.begin(), keys.end()};
