@@ -9,6 +9,7 @@
 #include "QuollFoundation/platform/object/ClassBuilder.h"
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
+#include "QuollFoundation/platform/strings/NSData.h"
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/platform/strings/TextInternal.h"
 #include "QuollFoundation/platform/strings/UTF8Internal.h"
@@ -129,6 +130,7 @@ Class* NSString::classObject() {
           .initializer<&NSString::initWithString_ofClass>("initWithString:"_sel)
           .initializer<&NSString::initWithCharacters_length_ofClass>("initWithCharacters:length:"_sel)
           .initializer<&NSString::initWithUTF8String_ofClass>("initWithUTF8String:"_sel)
+          .initializer<&NSString::initWithData_encoding_ofClass>("initWithData:encoding:"_sel)
           .classMethod<&NSString::string_ofClass>("string"_sel)
           .classMethod<&NSString::stringWithString_ofClass>("stringWithString:"_sel)
           .classMethod<&NSString::stringWithCharacters_length_ofClass>("stringWithCharacters:length:"_sel)
@@ -137,6 +139,8 @@ Class* NSString::classObject() {
           .method<&NSString::characterAtIndex>("characterAtIndex:"_sel)
           .method<&NSString::getCharacters_range>("getCharacters:range:"_sel)
           .method<&NSString::UTF8String>("UTF8String"_sel)
+          .method<&NSString::dataUsingEncoding>("dataUsingEncoding:"_sel)
+          .method<&NSString::canBeConvertedToEncoding>("canBeConvertedToEncoding:"_sel)
           .method<&NSString::substringFromIndex>("substringFromIndex:"_sel)
           .method<&NSString::substringToIndex>("substringToIndex:"_sel)
           .method<&NSString::substringWithRange>("substringWithRange:"_sel)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/RecordsInternal.h"
 #include "QuollFoundation/platform/strings/CharacterSets.h"
+#include "QuollFoundation/platform/strings/NSData.h"
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/platform/strings/ObjectTextsInternal.h"
 
@@ -12,7 +13,9 @@ extern const AdditionGroup<NSString> lineBoundsAdditions;
 namespace {
 constinit const ClassRecord classes[] = {
     {"NSCharacterSet", &NSCharacterSet::classObject},
+    {"NSData", &NSData::classObject},
     {"NSException", &ExceptionRecord::classObject},
+    {"NSMutableData", &NSMutableData::classObject},
     {"NSMutableString", &NSMutableString::classObject},
     {"NSString", &NSString::classObject},
 };
