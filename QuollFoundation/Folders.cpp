@@ -6,10 +6,13 @@ namespace quoll::inline v1::detail {
 
 extern const FolderRecord objectRecords;
 extern const FolderRecord stringsRecords;
+extern const FolderRecord valuesRecords;
+extern const FolderRecord codingRecords;
 extern const FolderRecord locksRecords;
 
 namespace {
-constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords, &locksRecords};
+constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords, &valuesRecords, &codingRecords,
+                                             &locksRecords};
 }  // namespace
 
 std::span<const FolderRecord* const> folders() { return all; }
