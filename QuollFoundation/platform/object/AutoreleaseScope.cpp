@@ -19,10 +19,7 @@ void drain(Pool& pool, size_t begin) {
   }
 }
 
-void endOfThread(void* pool) {
-  drain(*static_cast<Pool*>(pool), 0);
-  delete static_cast<Pool*>(pool);
-}
+void endOfThread(void* pool);
 
 /// A key of the C library, not a thread_local: what is autoreleased while the thread's own objects go gets a fresh
 /// pool, and the thread's end comes round to it once more.
@@ -33,6 +30,13 @@ pthread_key_t poolKey() {
     return made;
   }();
   return key;
+}
+
+void endOfThread(void* pool) {
+  pthread_setspecific(poolKey(), pool);  // what dies now may autorelease in its turn, as deep as it likes
+  drain(*static_cast<Pool*>(pool), 0);
+  pthread_setspecific(poolKey(), nullptr);
+  delete static_cast<Pool*>(pool);
 }
 
 Pool& currentPool() {

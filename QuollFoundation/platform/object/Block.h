@@ -31,7 +31,7 @@ template <class R, class... A> struct TypedBlockTable : BlockTable {
 template <class F> class HeapBlockOf : public HeapBlock {
  public:
   explicit HeapBlockOf(const F& f) : callable_(f) {}
-  void* callable() override { return &callable_; }
+  void* callable() override { return const_cast<void*>(static_cast<const void*>(&callable_)); }
 
  private:
   F callable_;
@@ -106,7 +106,12 @@ template <class R, class... A> class BlockRef<R(A...)> {
   template <class F> requires detail::CallableFor<F>
   BlockRef(F&& f QF_LIFETIME)
       : callable_(const_cast<void*>(static_cast<const void*>(std::addressof(f)))),
-        table_(&detail::BlockTableOf<std::remove_reference_t<F>, R, A...>::table) {}
+        table_(&detail::BlockTableOf<std::remove_reference_t<F>, R, A...>::table) {
+    if constexpr (std::is_pointer_v<std::remove_reference_t<F>>) {
+      if (!f) detail::raiseNullBlock();
+    }
+  }
+  BlockRef(std::nullptr_t) = delete;  // where null has a meaning, the parameter is an OptionalBlockRef
   BlockRef(R (*f)(A...)) : callable_(reinterpret_cast<void*>(f)), table_(&functionTable) {
     if (!f) detail::raiseNullBlock();
   }
@@ -164,6 +169,13 @@ template <class R, class... A> class Block<R(A...)> {
       : owner_(borrowed.table()->copied(borrowed.callable())), table_(borrowed.table()) {}
   template <class F> requires detail::CallableFor<F>
   Block(F&& f) : Block(BlockRef<R(A...)>(f)) {}
+  Block(std::nullptr_t) = delete;
+  Block(const Block&) = default;  // and no move: a Block always holds a callable
+  Block& operator=(Block other) noexcept {
+    std::swap(table_, other.table_);
+    std::swap(owner_, other.owner_);
+    return *this;
+  }
 
   R operator()(A... arguments) const {
     const Block pinned = *this;  // survives being replaced by its own body

@@ -51,6 +51,12 @@ NSObject* dequeue() {
 void* allocateObject(size_t size) { return static_cast<Header*>(::operator new(sizeof(Header) + size)) + 1; }
 void freeObject(Header* header) noexcept { ::operator delete(header); }
 
+void abandonObject(Header* header) noexcept {
+  header->counts.fetch_add(Header::dying, std::memory_order_relaxed);
+  delete header->side.load(std::memory_order_acquire);
+  Counts::releaseWeak(header + 1);
+}
+
 void rejectMisplaced() {
   std::fputs("QuollFoundation: NSObject must be the first base of a class with virtual functions\n", stderr);
   std::abort();

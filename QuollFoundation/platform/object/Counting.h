@@ -51,6 +51,8 @@ inline const void* vtableOf(const void* object) {
 /// Room for a header and `size` bytes behind it; gives the address of the bytes.
 QF_EXPORT void* allocateObject(size_t size);
 QF_EXPORT void freeObject(Header* header) noexcept;
+/// After a constructor that threw: a Weak that it gave away is null from here on.
+QF_EXPORT void abandonObject(Header* header) noexcept;
 
 /// True while somebody wants objects counted by class.
 QF_EXPORT extern std::atomic<bool> recordsLiveObjects;

@@ -154,8 +154,7 @@ template <class T, class... A> Ref<T> makeSized(size_t extraBytes, A&&... argume
       detail::recordLiveObject(object);
     return Ref<T>::adopt(object);
   } catch (...) {
-    header->counts.fetch_add(detail::Header::dying, std::memory_order_relaxed);
-    detail::Counts::releaseWeak(place);
+    detail::abandonObject(header);
     throw;
   }
 }

@@ -19,7 +19,10 @@ template <class T> class Weak {
   Weak(T* object) : object_(object) {
     if (object) detail::Counts::retainWeak(object);
   }
-  Weak(const Ref<T>& object) : Weak(object.get()) {}
+  template <class U> requires std::convertible_to<U*, T*>
+  Weak(const Ref<U>& object) : Weak(object.get()) {}
+  template <class U> requires std::convertible_to<U*, T*>
+  Weak(const Weak<U>& other) : Weak(other.object_) {}
   Weak(const Weak& other) : Weak(other.object_) {}
   Weak(Weak&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   ~Weak() {
@@ -39,6 +42,7 @@ template <class T> class Weak {
   const void* address() const { return object_; }
 
  private:
+  template <class U> friend class Weak;
   T* object_ = nullptr;
 };
 
