@@ -49,6 +49,12 @@ void raiseWrongClass(const NSObject* object, std::string_view wanted) {
   raise(NSInvalidArgumentException, std::string(object->isa()->name()) + " is no " + std::string(wanted));
 }
 
+void raiseWrongColons(std::string_view selector, size_t arguments) {
+  raise(NSInvalidArgumentException, "the selector \"" + std::string(selector) +
+                                        "\" is given to a function that takes " + std::to_string(arguments) +
+                                        " arguments");
+}
+
 Selector selectorOfFunction(const Class* cls, uint64_t function, std::string_view name) {
   for (const Class* c = cls; c; c = c->superclass()) {
     for (const Method& method : c->ownMethods()) {
@@ -65,14 +71,6 @@ std::string pathOfModule(Class* (*source)()) {
   Dl_info info;
   const bool known = source && dladdr(reinterpret_cast<void*>(source), &info) && info.dli_fname;
   return known ? info.dli_fname : "an unknown module";
-}
-
-void refuseWrongCounts(std::string_view cls, const std::vector<Method>& methods) {
-  for (const Method& m : methods) {
-    if (m.selector.argumentCount() == m.implementation->argumentCount) continue;
-    raise(NSInvalidArgumentException, "the selector " + std::string(m.selector.name()) + " of class " +
-                                          std::string(cls) + " has another number of arguments than its function");
-  }
 }
 
 }  // namespace
@@ -95,22 +93,31 @@ Class::Class(Plan plan)
   ancestors_.push_back(this);
 }
 
+/// Immortal from the start. Not by `make`, which asks an object for its class where live objects are recorded: the
+/// class of classes may be the one that is being built.
+Class* Class::makeOne(Plan plan) {
+  using Object = detail::Made<Class>;
+  auto* header = static_cast<detail::Header*>(detail::allocateObject(sizeof(Object))) - 1;
+  ::new (header) detail::Header(detail::Header::immortal);
+  return ::new (static_cast<void*>(header + 1)) Object(std::move(plan));
+}
+
 Class* Class::build(Plan plan) {
-  detail::refuseWrongCounts(plan.name, plan.methods);
-  Ref<Class> cls = make<Class>(std::move(plan));
+  Class* cls = makeOne(std::move(plan));
   Registry& r = registry();
   std::unique_lock lock(r.mutex);
-  const auto [known, isNew] = r.classes.emplace(cls->name_, cls.get());
+  const auto [known, isNew] = r.classes.emplace(cls->name_, cls);
   if (!isNew) {
     const Class* other = known->second;
     lock.unlock();
+    detail::headerOf(cls).counts.store(detail::Header::unshared, std::memory_order_relaxed);
+    const Ref<Class> refused = Ref<Class>::adopt(cls);
     raise(NSInternalInconsistencyException, "there are two classes named " + cls->name_ + ", in " +
                                                 detail::pathOfModule(other->source_) + " and " +
                                                 detail::pathOfModule(cls->source_));
   }
   detail::adoptSelectors(r, cls->methods_);
-  detail::makeImmortal(cls.get());
-  return cls.detach();
+  return cls;
 }
 
 void Class::collect(std::vector<Table::Line>& out, Side side, std::span<const GroupRecord> groups) const {

@@ -46,6 +46,10 @@ struct Dispatch {
   bool oneTableForVtable;  ///< So that a line may be remembered by vtable.
   bool initializersOnly = false;
   static Dispatch of(const NSObject* receiver) { return receiver->dispatch(); }
+  const Entry* find(Selector selector) const {
+    const Entry* entry = table->find(selector);
+    return entry && initializersOnly && entry->method.kind != MethodKind::Initializer ? nullptr : entry;
+  }
 };
 
 QF_EXPORT const Entry* findEntry(NSObject* receiver, Selector selector);  // remembers it in the selector's lines
@@ -62,9 +66,9 @@ class QF_EXPORT Class : public NSObject {
  public:
   std::string_view name() const { return name_; }
   Class* superclass() const { return superclass_; }   ///< Null for a root.
-  bool isSubclassOfClass(const Class* other) const {  ///< Also true of the class itself.
-    const size_t depth = other->ancestors_.size();
-    return ancestors_.size() >= depth && ancestors_[depth - 1] == other;
+  bool isSubclassOfClass(const Class* other) const {  ///< Also true of the class itself; false for null.
+    const size_t depth = other ? other->ancestors_.size() : 0;
+    return depth && ancestors_.size() >= depth && ancestors_[depth - 1] == other;
   }
   bool instancesRespondToSelector(Selector selector) const;
   Ref<NSMethodSignature> instanceMethodSignatureForSelector(Selector selector) const;  ///< Null: unknown.
@@ -98,6 +102,7 @@ class QF_EXPORT Class : public NSObject {
   template <class T> friend class ClassBuilder;
   enum class Side : uint8_t { Instance, Class };
   static Class* build(Plan plan);
+  static Class* makeOne(Plan plan);
   const detail::Table* table(std::atomic<const detail::Table*>& slot, Side side) const {
     const detail::Table* table = slot.load(std::memory_order_acquire);
     if (table && table->epoch == detail::epoch.load(std::memory_order_acquire)) [[likely]]
@@ -124,7 +129,7 @@ QF_EXPORT Class* classNamed(std::string_view name);
 /// Every class, sorted by name, also those that nobody has touched.
 QF_EXPORT std::vector<Class*> allClasses();
 
-/// A plain instance of `cls`, which is T or a subclass; what initialisers start from.
-template <class T> Ref<T> create(const Class* cls) { return cast<T>(cls->create()); }
+/// A plain instance of `cls`, which is T or a subclass; what initialisers start from. Null for null.
+template <class T> Ref<T> create(const Class* cls) { return cls ? cast<T>(cls->create()) : nullptr; }
 
 }  // namespace quoll::inline v1

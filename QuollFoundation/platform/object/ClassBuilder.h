@@ -32,25 +32,34 @@ template <class T> class ClassBuilder {
     }
   }
 
-  template <auto f> ClassBuilder& method(Selector selector) { return add(quoll::method<f>(selector)); }
-  template <auto f> ClassBuilder& method(std::string_view name) { return method<f>(registerSelector(name)); }
-  template <auto f> ClassBuilder& classMethod(Selector selector) { return add(quoll::classMethod<f>(selector)); }
-  template <auto f> ClassBuilder& classMethod(std::string_view name) { return classMethod<f>(registerSelector(name)); }
-  template <auto f> ClassBuilder& initializer(Selector selector) { return add(quoll::initializer<f>(selector)); }
-  template <auto f> ClassBuilder& initializer(std::string_view name) { return initializer<f>(registerSelector(name)); }
+  template <auto f> ClassBuilder& method(detail::SelectorOnReceiver<f> s) { return add(quoll::method<f>(s.selector)); }
+  template <auto f> ClassBuilder& method(std::string_view name) {
+    return add(quoll::method<f>(registerSelector(name)));
+  }
+  template <auto f> ClassBuilder& classMethod(detail::SelectorOnClass<f> s) {
+    return add(quoll::classMethod<f>(s.selector));
+  }
+  template <auto f> ClassBuilder& classMethod(std::string_view name) {
+    return add(quoll::classMethod<f>(registerSelector(name)));
+  }
+  template <auto f> ClassBuilder& initializer(detail::SelectorOnClass<f> s) {
+    return add(quoll::initializer<f>(s.selector));
+  }
+  template <auto f> ClassBuilder& initializer(std::string_view name) {
+    return add(quoll::initializer<f>(registerSelector(name)));
+  }
 
   /// Readable and writable: `title` and `setTitle:`, `isOpen` and `setOpen:`, or a setter of another name.
   template <auto get, auto set> ClassBuilder& property(std::string_view name) {
     const bool hasIs = name.size() > 2 && name.starts_with("is") && name[2] >= 'A' && name[2] <= 'Z';
     std::string setter = "set" + std::string(hasIs ? name.substr(2) : name) + ":";
     if (setter[3] >= 'a' && setter[3] <= 'z') setter[3] = static_cast<char>(setter[3] - 0x20);
-    return property<get, set>(name, registerSelector(setter));
+    add(quoll::method<set>(registerSelector(setter)));
+    return writableProperty<get>(name);
   }
-  template <auto get, auto set> ClassBuilder& property(std::string_view name, Selector setter) {
-    add(quoll::method<set>(setter));
-    property<get>(name);
-    plan_.methods.back().setter = setter;
-    return *this;
+  template <auto get, auto set> ClassBuilder& property(std::string_view name, detail::SelectorOnReceiver<set> setter) {
+    add(quoll::method<set>(setter.selector));
+    return writableProperty<get>(name);
   }
   /// Readable only.
   template <auto get> ClassBuilder& property(std::string_view name) {
@@ -78,6 +87,13 @@ template <class T> class ClassBuilder {
   Class* build() { return Class::build(std::move(plan_)); }
 
  private:
+  /// The last method added is the setter.
+  template <auto get> ClassBuilder& writableProperty(std::string_view name) {
+    const Selector setter = plan_.methods.back().selector;
+    property<get>(name);
+    plan_.methods.back().setter = setter;
+    return *this;
+  }
   ClassBuilder& add(Method m) {
     plan_.methods.push_back(m);
     return *this;

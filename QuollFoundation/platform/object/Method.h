@@ -58,7 +58,7 @@ template <class T, class C> T fromCanonical(C&& value, std::string_view where, s
     using Object = typename Pointee<Bare>::Type;
     NSObject* object = value;
     if (object && !isKind<Object>(object)) [[unlikely]]
-      raiseMismatch(where, index, className<Object>(), {});
+      raiseWrongObject(where, index, className<Object>(), object);
     if constexpr (isRef<std::remove_cvref_t<C>> && isRef<Bare>) {
       return Bare::adopt(static_cast<Object*>(value.detach()));
     } else return static_cast<Object*>(object);
@@ -83,16 +83,18 @@ template <class R> Canonical<R> toResult(R&& value) {
   } else return toCanonical(value);
 }
 
+[[noreturn]] QF_EXPORT void raiseWrongColons(std::string_view selector, size_t arguments);
 [[noreturn]] QF_EXPORT void raiseArgumentCount(std::string_view where, size_t wanted, size_t given);
 
 /// The entry points of one function. `Invoke` calls it with its own types.
 template <class Invoke, bool Const, class R, class... A> struct EntryPoints {
+  static_assert(!AnyBlockType<std::decay_t<R>>, "a block is no result type: nobody would own it");
   static constexpr std::string_view where() { return Invoke::name(); }
 
   template <size_t... I> static Canonical<R> call(NSObject* self, std::index_sequence<I...>,
                                                   Canonical<A>... arguments) {
-    if constexpr (std::is_void_v<R>) Invoke::call(self, fromCanonical<A>(arguments, where(), I + 1)...);
-    else return toResult<R>(Invoke::call(self, fromCanonical<A>(arguments, where(), I + 1)...));
+    if constexpr (std::is_void_v<R>) Invoke::call(self, fromCanonical<std::decay_t<A>>(arguments, where(), I + 1)...);
+    else return toResult<R>(Invoke::call(self, fromCanonical<std::decay_t<A>>(arguments, where(), I + 1)...));
   }
   static Canonical<R> direct(NSObject* self, Canonical<A>... arguments) {
     return call(self, std::index_sequence_for<A...>{}, arguments...);
@@ -100,8 +102,8 @@ template <class Invoke, bool Const, class R, class... A> struct EntryPoints {
   template <size_t... I>
   static void applyEach(NSObject* self, [[maybe_unused]] std::span<const Value> given, [[maybe_unused]] Value& result,
                         std::index_sequence<I...>) {
-    if constexpr (std::is_void_v<R>) Invoke::call(self, given[I].template as<A>(where(), I + 1)...);
-    else result = Value::of(Invoke::call(self, given[I].template as<A>(where(), I + 1)...));
+    if constexpr (std::is_void_v<R>) Invoke::call(self, given[I].template as<std::decay_t<A>>(where(), I + 1)...);
+    else result = Value::of(Invoke::call(self, given[I].template as<std::decay_t<A>>(where(), I + 1)...));
   }
   static void apply(NSObject* self, std::span<const Value> given, Value& result) {
     if (given.size() != sizeof...(A)) raiseArgumentCount(where(), sizeof...(A), given.size());
@@ -112,8 +114,12 @@ template <class Invoke, bool Const, class R, class... A> struct EntryPoints {
       methodEncoding<R, A...>.text, signatureKey<R, A...>(), Invoke::function, sizeof...(A), Const, &askDirect, &apply};
 };
 
-template <class... A> struct List {};
-template <class R, bool Const, class Receiver, class... A> struct Shape {};
+template <class... A> struct List {
+  static constexpr size_t count = sizeof...(A);
+};
+template <class R, bool Const, class Receiver, class... A> struct Shape {
+  static constexpr size_t argumentCount = sizeof...(A);
+};
 template <class F> struct ShapeOf;
 template <class C, class R, class... A> struct ShapeOf<R (C::*)(A...)> {
   using Type = Shape<R, false, C, A...>;
@@ -176,9 +182,18 @@ template <auto f, MethodKind kind, class... A> struct OnClass<f, kind, List<A...
 };
 
 constexpr Selector withArguments(Selector selector, size_t count) {
-  return selector.argumentCount() == count ? selector
-                                           : throw "the selector has another number of arguments than the function";
+  if (selector.argumentCount() == count) return selector;
+  if (std::is_constant_evaluated()) throw "the selector has another number of arguments than the function";
+  raiseWrongColons(selector.name(), count);
 }
+
+/// A selector that is written where a function is registered: the compiler counts its colons.
+template <size_t count> struct CountedSelector {
+  consteval CountedSelector(Selector s) : selector(withArguments(s, count)) {}
+  Selector selector;
+};
+template <auto f> using SelectorOnReceiver = CountedSelector<ShapeOf<decltype(f)>::Type::argumentCount>;
+template <auto f> using SelectorOnClass = CountedSelector<StaticShapeOf<decltype(f)>::Arguments::count>;
 
 }  // namespace detail
 

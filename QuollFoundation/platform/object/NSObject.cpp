@@ -51,9 +51,10 @@ Ref<NSMethodSignature> signatureOf(const Entry* entry) {
   if (!entry) return nullptr;
   if (NSMethodSignature* known = entry->signature.load(std::memory_order_acquire)) return known;
   Ref<NSMethodSignature> fresh = make<NSMethodSignature>(std::string_view(entry->method.implementation->encoding));
-  NSMethodSignature* expected = nullptr;
-  if (!entry->signature.compare_exchange_strong(expected, fresh.get(), std::memory_order_acq_rel)) return expected;
+  const std::lock_guard lock(registry().mutex);
+  if (NSMethodSignature* other = entry->signature.load(std::memory_order_relaxed)) return other;
   makeImmortal(fresh.get());
+  entry->signature.store(fresh.get(), std::memory_order_release);
   return fresh.detach();
 }
 
@@ -122,13 +123,11 @@ uint64_t NSObject::countByEnumeratingWithState_objects_count(NSFastEnumerationSt
 detail::Dispatch NSObject::dispatch() const { return {isa()->instanceTable(), true}; }
 
 bool NSObject::respondsToSelector(Selector selector) const {
-  const detail::Dispatch dispatch = detail::Dispatch::of(this);
-  const detail::Entry* entry = dispatch.table->find(selector);
-  return entry && (!dispatch.initializersOnly || entry->method.kind == detail::MethodKind::Initializer);
+  return detail::Dispatch::of(this).find(selector) != nullptr;
 }
 
 Ref<NSMethodSignature> NSObject::methodSignatureForSelector(Selector selector) const {
-  return detail::signatureOf(detail::Dispatch::of(this).table->find(selector));
+  return detail::signatureOf(detail::Dispatch::of(this).find(selector));
 }
 Ref<NSMethodSignature> Class::instanceMethodSignatureForSelector(Selector selector) const {
   return detail::signatureOf(instanceTable()->find(selector));

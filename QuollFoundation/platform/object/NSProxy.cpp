@@ -12,6 +12,12 @@ namespace {
 
 Ref<NSObject> allocProxy(Class* cls) { return alloc(cls); }
 Class* ownClass(Class* cls) { return cls; }
+Class* superclassOfClass(Class* cls) { return cls->superclass(); }
+bool isSubclassOfClass(const Class* other, Class* cls) { return cls->isSubclassOfClass(other); }
+bool instancesRespond(Selector selector, Class* cls) { return cls->instancesRespondToSelector(selector); }
+Ref<NSMethodSignature> instanceSignature(Selector selector, Class* cls) {
+  return cls->instanceMethodSignatureForSelector(selector);
+}
 
 /// A const operation asks its target, which may change inside: the message itself changes nothing here.
 NSObject* receiver(const NSProxy* proxy) { return const_cast<NSProxy*>(proxy); }
@@ -22,6 +28,10 @@ Class* NSProxy::classObject() {
   static Class* const cls = ClassBuilder<NSProxy>("NSProxy")
                                 .classMethod<&allocProxy>("alloc"_sel)
                                 .classMethod<&ownClass>("class"_sel)
+                                .classMethod<&superclassOfClass>("superclass"_sel)
+                                .classMethod<&isSubclassOfClass>("isSubclassOfClass:"_sel)
+                                .classMethod<&instancesRespond>("instancesRespondToSelector:"_sel)
+                                .classMethod<&instanceSignature>("instanceMethodSignatureForSelector:"_sel)
                                 .method<&NSProxy::isProxy>("isProxy"_sel)
                                 .method<&NSProxy::methodSignatureForSelector>("methodSignatureForSelector:"_sel)
                                 .method<&NSProxy::forwardInvocation>("forwardInvocation:"_sel)

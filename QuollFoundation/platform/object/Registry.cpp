@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/RegistryInternal.h"
 
+#include "QuollFoundation/platform/object/LiveObjectsInternal.h"
+
 namespace quoll::inline v1 {
 
 namespace detail {
@@ -24,6 +26,7 @@ void adoptSelectors(Registry& registry, std::span<const Method> methods) {
 }
 
 void makeImmortal(const NSObject* object) {
+  if (headerOf(object).counts.load(std::memory_order_relaxed) & Header::recorded) forgetLiveObject(object);
   headerOf(object).counts.store(Header::oneWeak | Header::immortal, std::memory_order_relaxed);
 }
 
@@ -57,8 +60,8 @@ void remember(Selector selector, const void* vtable, const Entry& entry, uint64_
 
 const Entry* findEntry(NSObject* receiver, Selector selector) {
   const Dispatch dispatch = Dispatch::of(receiver);
-  const Entry* entry = dispatch.table->find(selector);
-  if (!entry || (dispatch.initializersOnly && entry->method.kind != MethodKind::Initializer)) return nullptr;
+  const Entry* entry = dispatch.find(selector);
+  if (!entry) return nullptr;
   if (dispatch.oneTableForVtable) remember(selector, vtableOf(receiver), *entry, dispatch.table->epoch);
   return entry;
 }

@@ -31,7 +31,7 @@ Registry& registry();
 /// So that the selectors of the methods are found by name. With the registry's lock held.
 void adoptSelectors(Registry& registry, std::span<const Method> methods);
 
-/// The object will never be counted again.
+/// The object will never be counted again, nor is it a live object in the books. Not yet shared with another thread.
 void makeImmortal(const NSObject* object);
 
 }  // namespace quoll::inline v1::detail
