@@ -47,49 +47,75 @@ Ref<NSInvocation> NSInvocation::invocationWithMethodSignature(NSMethodSignature*
   return make<NSInvocation>(signature, nullptr, Selector(), std::span(none));
 }
 
-void NSInvocation::getArgument_atIndex(void* address, int64_t index) const {
-  const auto count = signature_->numberOfArguments();
+void NSInvocation::checkAddress(const void* address, int64_t index, std::string_view selector) const {
+  const uint64_t count = signature_->numberOfArguments();
   if (index < 0 || static_cast<uint64_t>(index) >= count) {
-    detail::raiseIndex(this, "getArgument:atIndex:", static_cast<uint64_t>(index), count);
+    detail::raiseIndex(this, selector, static_cast<uint64_t>(index), count);
   }
+  if (!address) detail::raiseNilArgument(this, selector);
+}
+
+void NSInvocation::getArgument_atIndex(void* address, int64_t index) const {
+  checkAddress(address, index, "getArgument:atIndex:");
   if (index == 0) *static_cast<NSObject**>(address) = target_.get();
   else if (index == 1) *static_cast<Selector*>(address) = selector_;
-  else
-    arguments_[static_cast<size_t>(index - 2)].toMemory(
-        signature_->getArgumentTypeAtIndex(static_cast<uint64_t>(index)), address);
+  else {
+    const char* type = signature_->getArgumentTypeAtIndex(static_cast<uint64_t>(index));
+    const auto number = static_cast<size_t>(index - 1);
+    arguments_[number - 1].toMemory(type, address, selector_.name(), number);
+  }
 }
 
 void NSInvocation::setArgument_atIndex(const void* address, int64_t index) {
-  const auto count = signature_->numberOfArguments();
-  if (index < 0 || static_cast<uint64_t>(index) >= count) {
-    detail::raiseIndex(this, "setArgument:atIndex:", static_cast<uint64_t>(index), count);
-  }
+  checkAddress(address, index, "setArgument:atIndex:");
   if (index == 0) return setTarget(*static_cast<NSObject* const*>(address));
   if (index == 1) return setSelector(*static_cast<const Selector*>(address));
   detail::Value value =
       detail::Value::fromMemory(signature_->getArgumentTypeAtIndex(static_cast<uint64_t>(index)), address);
   value.keep();
-  arguments_[static_cast<size_t>(index - 2)] = std::move(value);
+  std::swap(arguments_[static_cast<size_t>(index - 2)], value);
+  if (running_) replaced_.push_back(std::move(value));
 }
 
-void NSInvocation::getReturnValue(void* address) const { result_.toMemory(signature_->methodReturnType(), address); }
-void NSInvocation::setReturnValue(const void* address) {
-  result_ = detail::Value::fromMemory(signature_->methodReturnType(), address);
+void NSInvocation::getReturnValue(void* address) const {
+  if (!address) detail::raiseNilArgument(this, "getReturnValue:");
+  result_.toMemory(signature_->methodReturnType(), address, selector_.name());
 }
+
+void NSInvocation::setReturnValue(const void* address) {
+  if (!address) detail::raiseNilArgument(this, "setReturnValue:");
+  detail::Value value = detail::Value::fromMemory(signature_->methodReturnType(), address);
+  value.keep();
+  result_ = std::move(value);
+}
+
+/// The invocation and its receiver stay, and so do the arguments, whatever the body does to them.
+struct NSInvocation::Running {
+  Running(NSInvocation* i, NSObject* r) : invocation(i), receiver(r) { ++i->running_; }
+  ~Running() {
+    std::vector<detail::Value> done;
+    if (--invocation->running_ == 0) done.swap(invocation->replaced_);
+  }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+  const Ref<NSInvocation> invocation;
+  const Ref<NSObject> receiver;
+};
 
 void NSInvocation::invoke() { invokeWithTarget(target_); }
 
 void NSInvocation::invokeWithTarget(NSObject* target) {
   if (!target) return;
-  const Ref<NSInvocation> pinned = this;
-  const Ref<NSObject> receiver = target;
+  const Running running(this, target);
   if (!selector_) detail::refuseSelector(target, selector_);
+  detail::Value result;
   if (const detail::Entry* entry = detail::findEntry(target, selector_)) {
-    entry->method.implementation->apply(target, arguments_, result_);
-    return;
+    entry->method.implementation->apply(target, arguments_, result);
+  } else {
+    std::vector<detail::Value> arguments = arguments_;
+    result = detail::sendErased(target, selector_, nullptr, arguments);
   }
-  std::vector<detail::Value> arguments = arguments_;
-  result_ = detail::sendErased(target, selector_, nullptr, arguments);
+  result_ = std::move(result);
 }
 
 }  // namespace quoll::inline v1

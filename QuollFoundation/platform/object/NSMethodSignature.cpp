@@ -27,6 +27,7 @@ Class* NSMethodSignature::classObject() {
 NSMethodSignature::NSMethodSignature(std::string_view encoding) {
   for (std::string_view rest = encoding; !rest.empty();) {
     const detail::EncodedType first = detail::firstType(rest);
+    static_cast<void>(detail::sizeOfType(first.type));  // what has no size can't travel by value
     types_.emplace_back(first.type);
     encoding_ += first.type;
     rest = first.rest;

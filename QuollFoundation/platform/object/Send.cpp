@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/Send.h"
 
+#include "QuollFoundation/platform/object/AutoreleaseScope.h"
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/NSInvocation.h"
 
@@ -21,17 +22,35 @@ Value sendErased(NSObject* receiver, Selector selector, const Entry* entry, std:
 
 namespace {
 
+class AutoreleasedText : public NSObject {
+ public:
+  explicit AutoreleasedText(Value value) : text(std::move(value)) {}
+  const Value text;
+};
+
+}  // namespace
+
+const char* autoreleasedText(Value result, std::string_view where) {
+  const auto* kept = autorelease(make<AutoreleasedText>(std::move(result)));
+  return kept->text.as<const char*>(where, 0);
+}
+
+namespace {
+
 std::string place(std::string_view where, size_t index) {
-  const std::string what = index ? "argument " + std::to_string(index) + " of " : "result: ";
-  return what + std::string(where) + (index ? " is " : " is ");
+  const std::string what = index ? "argument " + std::to_string(index) + " of " : "the result of ";
+  return what + std::string(where) + " is ";
 }
 
 }  // namespace
 
 void raiseMismatch(std::string_view where, size_t index, std::string_view wanted, std::string_view given) {
-  raise(NSInvalidArgumentException, place(where, index) +
-                                        (given.empty() ? "an object of another class" : std::string(given)) +
-                                        " where " + std::string(wanted) + " belongs");
+  raise(NSInvalidArgumentException,
+        place(where, index) + std::string(given) + " where " + std::string(wanted) + " belongs");
+}
+
+void raiseWrongObject(std::string_view where, size_t index, std::string_view wanted, const NSObject* given) {
+  raiseMismatch(where, index, wanted, given->isa()->name());
 }
 
 void raiseOutOfRange(std::string_view where, size_t index, std::string_view wanted, int64_t given) {

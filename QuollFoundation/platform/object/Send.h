@@ -9,30 +9,32 @@ namespace quoll::inline v1 {
 
 namespace detail {
 
-constexpr std::string_view inResult = "the result of a message";
-
 [[noreturn]] QF_EXPORT void refuseSelector(const NSObject* receiver, Selector selector);
 
 /// The way of any types: numbers are converted, an unknown message is forwarded. Takes the arguments away.
 QF_EXPORT Value sendErased(NSObject* receiver, Selector selector, const Entry* entry, std::span<Value> arguments);
 
-template <class R, class... A> R callDirect(AnyFunction direct, NSObject* receiver, const A&... arguments) {
+/// A C string that a Value brings lives on with the innermost AutoreleaseScope.
+QF_EXPORT const char* autoreleasedText(Value result, std::string_view where);
+
+template <class R, class... A> R callDirect(AnyFunction direct, NSObject* receiver, Selector selector,
+                                            const A&... arguments) {
   auto* function = reinterpret_cast<DirectFunction<R, A...>*>(direct);
   if constexpr (std::is_void_v<R>) function(receiver, toCanonical(arguments)...);
   else if constexpr (ObjectHandle<R>) {
-    return fromCanonical<R>(Ref<NSObject>::adopt(function(receiver, toCanonical(arguments)...)), inResult, 0);
-  } else return fromCanonical<R>(function(receiver, toCanonical(arguments)...), inResult, 0);
+    return fromCanonical<R>(Ref<NSObject>::adopt(function(receiver, toCanonical(arguments)...)), selector.name(), 0);
+  } else return fromCanonical<R>(function(receiver, toCanonical(arguments)...), selector.name(), 0);
 }
 
 /// Calls a method whose arguments fit and drops its result.
-template <class... A> bool callIgnoringResult(uint64_t key, AnyFunction direct, NSObject* receiver,
+template <class... A> bool callIgnoringResult(uint64_t key, AnyFunction direct, NSObject* receiver, Selector selector,
                                               const A&... arguments) {
   switch (static_cast<ResultKind>(key & 0xFF)) {
-    case ResultKind::Nothing: callDirect<void>(direct, receiver, arguments...); return true;
-    case ResultKind::Integer: callDirect<int64_t>(direct, receiver, arguments...); return true;
-    case ResultKind::Object: callDirect<Ref<NSObject>>(direct, receiver, arguments...); return true;
-    case ResultKind::Double: callDirect<double>(direct, receiver, arguments...); return true;
-    case ResultKind::Float: callDirect<float>(direct, receiver, arguments...); return true;
+    case ResultKind::Nothing: callDirect<void>(direct, receiver, selector, arguments...); return true;
+    case ResultKind::Integer: callDirect<int64_t>(direct, receiver, selector, arguments...); return true;
+    case ResultKind::Object: callDirect<Ref<NSObject>>(direct, receiver, selector, arguments...); return true;
+    case ResultKind::Double: callDirect<double>(direct, receiver, selector, arguments...); return true;
+    case ResultKind::Float: callDirect<float>(direct, receiver, selector, arguments...); return true;
     case ResultKind::Other: return false;
   }
   return false;
@@ -43,13 +45,16 @@ template <class R, class... A> [[gnu::noinline]] R sendSlowly(NSObject* receiver
   const Entry* entry = findEntry(receiver, selector);
   if constexpr (std::is_void_v<R>) {
     if (entry && sameArguments(entry->key, signatureKey<R, A...>()) &&
-        callIgnoringResult(entry->key, entry->direct, receiver, arguments...)) {
+        callIgnoringResult(entry->key, entry->direct, receiver, selector, arguments...)) {
       return;
     }
   }
-  if (entry && entry->key == signatureKey<R, A...>()) return callDirect<R>(entry->direct, receiver, arguments...);
+  if (entry && entry->key == signatureKey<R, A...>())
+    return callDirect<R>(entry->direct, receiver, selector, arguments...);
   std::array<Value, sizeof...(A)> values{Value::of(arguments)...};
-  return sendErased(receiver, selector, entry, values).template as<R>(inResult, 0);
+  Value result = sendErased(receiver, selector, entry, values);
+  if constexpr (CString<R>) return const_cast<R>(autoreleasedText(std::move(result), selector.name()));
+  else return result.template as<R>(selector.name(), 0);
 }
 
 template <class T> constexpr bool isObjectPointer = std::is_pointer_v<T> && ObjectHandle<T>;
@@ -75,10 +80,10 @@ template <class R = void, class... A> R send(NSObject* receiver, Selector select
   const detail::CacheLine* line = selector.record()->find(detail::vtableOf(receiver));
   constexpr uint64_t key = detail::signatureKey<R, A...>();
   if (line && line->key == key) [[likely]]
-    return detail::callDirect<R>(line->direct, receiver, arguments...);
+    return detail::callDirect<R>(line->direct, receiver, selector, arguments...);
   if constexpr (std::is_void_v<R>) {
     if (line && detail::sameArguments(line->key, key) &&
-        detail::callIgnoringResult(line->key, line->direct, receiver, arguments...)) {
+        detail::callIgnoringResult(line->key, line->direct, receiver, selector, arguments...)) {
       return;
     }
   }

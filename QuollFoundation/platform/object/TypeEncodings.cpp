@@ -2,6 +2,7 @@
 #include "QuollFoundation/platform/object/TypeEncodings.h"
 
 #include <algorithm>
+#include <charconv>
 #include <string>
 
 #include "QuollFoundation/platform/object/NSException.h"
@@ -14,6 +15,9 @@ namespace {
   raise(NSInvalidArgumentException, "malformed type encoding \"" + std::string(encodings) + "\"");
 }
 
+constexpr std::string_view qualifiers = "rnNoORV";
+constexpr int deepestNesting = 32;
+
 size_t lengthOfBracketed(std::string_view text, char open, char close) {
   size_t depth = 0;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -24,15 +28,13 @@ size_t lengthOfBracketed(std::string_view text, char open, char close) {
 }
 
 size_t lengthOfType(std::string_view text) {
-  size_t at = 0;
-  while (at < text.size() && std::string_view("rnNoORV").find(text[at]) != text.npos) ++at;
-  if (at == text.size()) raiseMalformed(text);
+  const size_t at = text.find_first_not_of("rnNoORV^");  // pointers nest, and each level may be qualified
+  if (at == text.npos) raiseMalformed(text);
   const std::string_view rest = text.substr(at);
   switch (rest[0]) {
     case '{': return at + lengthOfBracketed(rest, '{', '}');
     case '(': return at + lengthOfBracketed(rest, '(', ')');
     case '[': return at + lengthOfBracketed(rest, '[', ']');
-    case '^': return at + 1 + lengthOfType(rest.substr(1));
     case '@': return at + (rest.starts_with("@?") ? 2 : 1);
     default:
       if (std::string_view("cCsSiIlLqQfdBv*#:?").find(rest[0]) == std::string_view::npos) raiseMalformed(text);
@@ -45,27 +47,46 @@ struct Extent {
   size_t alignment = 1;
 };
 
-Extent extentOf(std::string_view type);
+Extent extentOf(std::string_view type, int depth);
 
-Extent extentOfStruct(std::string_view type) {
+constexpr size_t roundedUp(size_t size, size_t alignment) { return (size + alignment - 1) / alignment * alignment; }
+
+/// `{name=members}` or `(name=members)`.
+Extent extentOfMembers(std::string_view type, int depth) {
+  const bool isUnion = type[0] == '(';
   const size_t equals = type.find('=');
   if (equals == type.npos) raiseMalformed(type);
   Extent whole;
   std::string_view members = type.substr(equals + 1, type.size() - equals - 2);
   while (!members.empty()) {
     const EncodedType member = firstType(members);
-    const Extent part = extentOf(member.type);
-    whole.size = (whole.size + part.alignment - 1) / part.alignment * part.alignment + part.size;
+    const Extent part = extentOf(member.type, depth);
+    whole.size = isUnion ? std::max(whole.size, part.size) : roundedUp(whole.size, part.alignment) + part.size;
     whole.alignment = std::max(whole.alignment, part.alignment);
     members = member.rest;
   }
-  whole.size = (whole.size + whole.alignment - 1) / whole.alignment * whole.alignment;
+  whole.size = roundedUp(whole.size, whole.alignment);
   return whole;
 }
 
-Extent extentOf(std::string_view type) {
-  while (type.size() > 1 && std::string_view("rnNoORV").find(type[0]) != type.npos) type.remove_prefix(1);
-  switch (type.empty() ? 'v' : type[0]) {
+/// `[12i]`
+Extent extentOfArray(std::string_view type, int depth) {
+  std::string_view inner = type.substr(1, type.size() - 2);
+  size_t count = 0;
+  const auto [end, error] = std::from_chars(inner.data(), inner.data() + inner.size(), count);
+  if (error != std::errc()) raiseMalformed(type);
+  inner.remove_prefix(static_cast<size_t>(end - inner.data()));
+  const EncodedType element = firstType(inner);
+  if (!element.rest.empty()) raiseMalformed(type);
+  Extent extent = extentOf(element.type, depth);
+  if (__builtin_mul_overflow(extent.size, count, &extent.size) || extent.size > UINT32_MAX) raiseMalformed(type);
+  return extent;
+}
+
+Extent extentOf(std::string_view type, int depth) {
+  type.remove_prefix(std::min(type.find_first_not_of(qualifiers), type.size() - 1));
+  if (depth > deepestNesting) raiseMalformed(type);
+  switch (type[0]) {
     case 'v': return {0, 1};
     case 'c':
     case 'C':
@@ -75,10 +96,10 @@ Extent extentOf(std::string_view type) {
     case 'i':
     case 'I':
     case 'f': return {4, 4};
-    case '{': return extentOfStruct(type);
+    case '{':
+    case '(': return extentOfMembers(type, depth + 1);
+    case '[': return extentOfArray(type, depth + 1);
     case '@': return type == "@?" ? Extent{16, 8} : Extent{8, 8};
-    case '(':
-    case '[':
     case '?': raiseMalformed(type);
     default: return {8, 8};
   }
@@ -93,6 +114,9 @@ EncodedType firstType(std::string_view encodings) {
   return {encodings.substr(0, length), encodings.substr(next)};
 }
 
-size_t sizeOfType(std::string_view encoding) { return extentOf(encoding).size; }
+size_t sizeOfType(std::string_view encoding) {
+  if (encoding.empty()) raiseMalformed(encoding);
+  return extentOf(encoding, 0).size;
+}
 
 }  // namespace quoll::inline v1::detail

@@ -122,12 +122,20 @@ template <class T> inline constexpr Encoding encodingOf = [] {
   return e;
 }();
 
+template <class T> concept FunctionPointer = std::is_pointer_v<T> && std::is_function_v<std::remove_pointer_t<T>>;
+template <class T> struct PlainFunction;
+template <class R, class... A> struct PlainFunction<R (*)(A...)> {
+  using Type = R(A...);
+};
+template <class R, class... A> struct PlainFunction<R (*)(A...) noexcept> : PlainFunction<R (*)(A...)> {};
+
 /// All that a pointee, a struct or a block must agree on; the same number from both compilers.
 template <class T> struct FineKey {
   static constexpr uint64_t value = [] {
-    if constexpr (ObjectHandle<T>) return mix('@', classKey<typename Pointee<T>::Type>());
+    if constexpr (ObjectHandle<T>) return mix(isRef<T> ? 'R' : '@', classKey<typename Pointee<T>::Type>());
     else if constexpr (std::is_same_v<T, bool>) return uint64_t{'B'};
-    else if constexpr (std::is_pointer_v<T> && !std::is_function_v<std::remove_pointer_t<T>>) {
+    else if constexpr (FunctionPointer<T>) return mix('f', FineKey<typename PlainFunction<T>::Type>::value);
+    else if constexpr (std::is_pointer_v<T>) {
       using Target = std::remove_pointer_t<T>;
       using Bare = std::remove_const_t<Target>;
       const uint64_t mark = std::is_const_v<Target> ? 'r' : '^';

@@ -4,24 +4,23 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <string>
+
+#include "QuollFoundation/platform/object/Class.h"
 
 namespace quoll::inline v1::detail {
 
-Value::Value(const Value& other)
-    : kind_(other.kind_), size_(other.size_), encoding_(other.encoding_), key_(other.key_) {
-  std::memcpy(plain_, other.plain_, sizeof plain_);
-  switch (kind_) {
-    case Kind::Object:
-      if (object_) Counts::retain(object_);
-      break;
-    case Kind::Block:
-      if (block_.owner) Counts::retain(block_.owner);
-      break;
-    case Kind::CString: *this = ofCString(other.text_); break;
-    case Kind::Plain:
-      if (size_ > sizeof plain_) *this = ofPlain(other.outside_, size_, key_, encoding_);
-      break;
-    default: break;
+Value::Value(const Value& other) {
+  if (other.kind_ == Kind::CString) {
+    Value copy = ofCString(other.text_);
+    take(copy);
+  } else if (other.kind_ == Kind::Plain && other.isOutside()) {
+    Value copy = ofPlain(other.outside_, other.size_, other.key_, other.encoding_);
+    take(copy);
+  } else {
+    copyWords(other);
+    if (kind_ == Kind::Object && object_) Counts::retain(object_);
+    if (kind_ == Kind::Block && block_.owner) Counts::retain(block_.owner);
   }
 }
 Value::Value(Value&& other) noexcept { take(other); }
@@ -31,12 +30,16 @@ Value& Value::operator=(Value other) noexcept {
   return *this;
 }
 
-void Value::take(Value& other) noexcept {
+void Value::copyWords(const Value& other) noexcept {
   kind_ = other.kind_;
   size_ = other.size_;
   encoding_ = other.encoding_;
   key_ = other.key_;
   std::memcpy(plain_, other.plain_, sizeof plain_);
+}
+
+void Value::take(Value& other) noexcept {
+  copyWords(other);
   other.kind_ = Kind::Nothing;
 }
 
@@ -50,7 +53,7 @@ void Value::release() noexcept {
       break;
     case Kind::CString: std::free(text_); break;
     case Kind::Plain:
-      if (size_ > sizeof plain_) std::free(outside_);
+      if (isOutside()) std::free(outside_);
       break;
     default: break;
   }
@@ -97,16 +100,19 @@ Value Value::ofCString(const char* text) {
 }
 Value Value::ofPlain(const void* bytes, size_t size, uint64_t key, const char* encoding) {
   Value v;
-  void* place = v.plain_;
-  if (size > sizeof v.plain_) {
-    place = v.outside_ = std::malloc(size);
-    if (!place) throw std::bad_alloc();
-  }
-  std::memcpy(place, bytes, size);
-  v.kind_ = Kind::Plain;
   v.size_ = static_cast<uint32_t>(size);
   v.encoding_ = encoding;
   v.key_ = key;
+  void* place = v.plain_;
+  if (v.isOutside()) {
+    const std::string_view text = key ? std::string_view() : firstType(encoding).type;
+    place = std::calloc(1, size + text.size() + 1);
+    if (!place) throw std::bad_alloc();
+    if (!key) v.encoding_ = static_cast<char*>(std::memcpy(static_cast<char*>(place) + size, text.data(), text.size()));
+    v.outside_ = place;
+  }
+  std::memcpy(place, bytes, size);
+  v.kind_ = Kind::Plain;
   return v;
 }
 
@@ -128,8 +134,8 @@ std::string_view Value::kindName() const {
 }
 
 void Value::refuse(std::string_view where, size_t index, std::string_view wanted) const {
-  const bool isOther = kind_ == Kind::Object && object_;
-  raiseMismatch(where, index, wanted, isOther ? std::string_view() : kindName());
+  if (kind_ == Kind::Object && object_) raiseWrongObject(where, index, wanted, object_);
+  raiseMismatch(where, index, wanted, kindName());
 }
 
 namespace {
@@ -139,10 +145,20 @@ template <class T> T read(const void* address) {
   std::memcpy(&value, address, sizeof value);
   return value;
 }
+template <class T> void write(void* address, T value) { std::memcpy(address, &value, sizeof value); }
 
-char leadOf(std::string_view type) {
+std::string_view withoutQualifiers(std::string_view type) {
   while (type.size() > 1 && std::string_view("rnNoORV").find(type[0]) != type.npos) type.remove_prefix(1);
-  return type.empty() ? 'v' : type[0];
+  return type;
+}
+
+constexpr std::string_view integerCodes = "cCsSiIlLqQB";
+bool isIntegerCode(char code) { return integerCodes.find(code) != integerCodes.npos; }
+
+/// A text that outlives every value.
+const char* lastingTextOf(char code) {
+  static constexpr char texts[][2] = {"c", "C", "s", "S", "i", "I", "l", "L", "q", "Q", "B"};
+  return texts[integerCodes.find(code)];
 }
 
 int64_t readInteger(char code, const void* address) {
@@ -162,47 +178,64 @@ int64_t readInteger(char code, const void* address) {
 
 Value Value::fromMemory(std::string_view encoding, const void* address) {
   const std::string_view type = firstType(encoding).type;
-  const char code = leadOf(type);
-  if (code == 'v') return {};
-  if (type == "@?") {
-    struct TwoWords {
-      void* callable;
-      const BlockTable* table;
-    };
-    const auto block = read<TwoWords>(address);
-    return ofBlock(block.callable, block.table);
+  const std::string_view bare = withoutQualifiers(type);
+  switch (const char code = bare[0]) {
+    case 'v': return {};
+    case '@':
+      if (bare == "@?") {
+        const auto [callable, table] = read<BlockWords>(address);
+        return ofBlock(callable, table);
+      }
+      return ofObject(read<NSObject*>(address));
+    case '#': return ofObject(read<NSObject*>(address));
+    case '*': return ofCString(read<const char*>(address));
+    case 'f': return ofReal(static_cast<double>(read<float>(address)), "f");
+    case 'd': return ofReal(read<double>(address), "d");
+    default:
+      if (isIntegerCode(code)) return ofInteger(readInteger(code, address), lastingTextOf(code));
+      return ofPlain(address, sizeOfType(type), 0, std::string(type).c_str());
   }
-  if (code == '@' || code == '#') return ofObject(read<NSObject*>(address));
-  if (code == '*') return ofCString(read<const char*>(address));
-  if (code == 'f') return ofReal(static_cast<double>(read<float>(address)), encoding.data());
-  if (code == 'd') return ofReal(read<double>(address), encoding.data());
-  if (std::string_view("cCsSiIlLqQB").find(code) != std::string_view::npos) {
-    return ofInteger(readInteger(code, address), encoding.data());
-  }
-  return ofPlain(address, sizeOfType(type), 0, encoding.data());
 }
 
-void Value::toMemory(std::string_view encoding, void* address) const {
+void Value::numberToMemory(char code, void* address, std::string_view where, size_t index) const {
+  switch (code) {
+    case 'c': return write(address, number<int8_t>(where, index));
+    case 'C': return write(address, number<uint8_t>(where, index));
+    case 'B': return write(address, number<bool>(where, index));
+    case 's': return write(address, number<int16_t>(where, index));
+    case 'S': return write(address, number<uint16_t>(where, index));
+    case 'i': return write(address, number<int32_t>(where, index));
+    case 'I': return write(address, number<uint32_t>(where, index));
+    case 'f': return write(address, number<float>(where, index));
+    case 'd': return write(address, number<double>(where, index));
+    case 'L':
+    case 'Q': return write(address, number<uint64_t>(where, index));
+    default: return write(address, number<int64_t>(where, index));
+  }
+}
+
+void Value::toMemory(std::string_view encoding, void* address, std::string_view where, size_t index) const {
   const std::string_view type = firstType(encoding).type;
+  const std::string_view bare = withoutQualifiers(type);
   const size_t size = sizeOfType(type);
-  std::memset(address, 0, size);
-  switch (kind_) {
-    case Kind::Nothing: return;
-    case Kind::Integer:
-    case Kind::Real: {
-      const char code = leadOf(type);
-      const double real = kind_ == Kind::Real ? real_ : static_cast<double>(integer_);
-      const float single = static_cast<float>(real);
-      const int64_t integer = kind_ == Kind::Real ? static_cast<int64_t>(real_) : integer_;
-      if (code == 'd') std::memcpy(address, &real, sizeof real);
-      else if (code == 'f') std::memcpy(address, &single, sizeof single);
-      else if (size <= sizeof integer) std::memcpy(address, &integer, size);  // little end first
-      return;
-    }
-    case Kind::Object: std::memcpy(address, &object_, sizeof object_); return;
-    case Kind::CString: std::memcpy(address, &text_, sizeof text_); return;
-    case Kind::Block: std::memcpy(address, &block_, 2 * sizeof(void*)); return;
-    case Kind::Plain: std::memcpy(address, bytes(), size < size_ ? size : size_); return;
+  const bool isPointer = std::string_view("@#*^").find(bare[0]) != std::string_view::npos;
+  if (kind_ == Kind::Nothing || (isPointer && kind_ == Kind::Object && !object_)) {
+    std::memset(address, 0, size);
+  } else if (isIntegerCode(bare[0]) || bare == "f" || bare == "d") {
+    numberToMemory(bare[0], address, where, index);
+  } else if (bare == "@?") {
+    if (kind_ != Kind::Block) refuse(where, index, type);
+    write(address, BlockWords{block_.callable, block_.table});
+  } else if (bare[0] == '@' || bare[0] == '#') {
+    if (kind_ != Kind::Object || (bare[0] == '#' && !isKind<Class>(object_))) refuse(where, index, type);
+    write(address, object_);
+  } else if (bare[0] == '*') {
+    if (kind_ != Kind::CString) refuse(where, index, type);
+    write(address, text_);
+  } else {
+    const bool same = kind_ == Kind::Plain && size_ == size && withoutQualifiers(firstType(encoding_).type) == bare;
+    if (!same) refuse(where, index, type);
+    std::memcpy(address, bytes(), size);
   }
 }
 

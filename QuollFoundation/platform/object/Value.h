@@ -13,6 +13,9 @@ namespace quoll::inline v1::detail {
 
 [[noreturn]] QF_EXPORT void raiseMismatch(std::string_view where, size_t index, std::string_view wanted,
                                           std::string_view given);
+/// For an object of another class.
+[[noreturn]] QF_EXPORT void raiseWrongObject(std::string_view where, size_t index, std::string_view wanted,
+                                             const NSObject* given);
 [[noreturn]] QF_EXPORT void raiseOutOfRange(std::string_view where, size_t index, std::string_view wanted,
                                             int64_t given);
 [[noreturn]] QF_EXPORT void raiseRealOutOfRange(std::string_view where, size_t index, std::string_view wanted,
@@ -39,6 +42,12 @@ struct AnyBlock {
   HeapBlock* owner;
 };
 
+/// How a BlockRef lies in memory.
+struct BlockWords {
+  void* callable;
+  const BlockTable* table;
+};
+
 /// Owns objects and C strings, copies structs; `keep` makes it own its block too. Threads: caller-locked.
 class QF_EXPORT Value {
  public:
@@ -56,17 +65,18 @@ class QF_EXPORT Value {
   /// The value as a T; zero or null when nothing is held. Raises for another kind, or a number that doesn't fit.
   template <class T> T as(std::string_view where, size_t index) const;
 
-  /// From and to memory that holds a value of the encoded type; objects are `T*` or `Ref<T>`.
+  /// From and to memory that holds a value of the encoded type; objects are `T*` or `Ref<T>`, blocks `BlockRef`. What
+  /// doesn't fit raises, as in `as`.
   static Value fromMemory(std::string_view encoding, const void* address);
-  void toMemory(std::string_view encoding, void* address) const;
+  void toMemory(std::string_view encoding, void* address, std::string_view where = "a value", size_t index = 0) const;
 
   Kind kind() const { return kind_; }
   bool isNothing() const { return kind_ == Kind::Nothing; }
-  const char* encoding() const { return encoding_; }  ///< Of the type that was given; not ended where that type ends.
+  const char* encoding() const { return encoding_; }  ///< Of the type that was given.
   int64_t integer() const { return integer_; }
   double real() const { return real_; }
   NSObject* object() const { return kind_ == Kind::Object ? object_ : nullptr; }
-  const void* bytes() const { return size_ <= sizeof plain_ ? plain_ : outside_; }
+  const void* bytes() const { return isOutside() ? outside_ : plain_; }
   size_t size() const { return size_; }
 
   void keep();                  ///< Raises for a block that can't be copied.
@@ -83,8 +93,12 @@ class QF_EXPORT Value {
   static Value ofPlain(const void* bytes, size_t size, uint64_t key, const char* encoding);
 
  private:
+  // Where only the encoding is known, its text stands behind the bytes: whose it was may be gone.
+  bool isOutside() const { return size_ > sizeof plain_ || key_ == 0; }
   void release() noexcept;
   void take(Value& other) noexcept;
+  void copyWords(const Value& other) noexcept;
+  void numberToMemory(char code, void* address, std::string_view where, size_t index) const;
   template <class T> T number(std::string_view where, size_t index) const;
   template <class T> static T fromReal(double real, std::string_view where, size_t index);
   [[noreturn]] void refuse(std::string_view where, size_t index, std::string_view wanted) const;
@@ -99,7 +113,7 @@ class QF_EXPORT Value {
     char* text_;        // owned
     AnyBlock block_;
     alignas(8) unsigned char plain_[32];
-    void* outside_;  // owned; a plain value that is larger
+    void* outside_;  // owned; a plain value that is larger, or has no key
   };
   uint64_t key_ = 0;  // which plain type; 0 where only the encoding is known
 };
@@ -127,6 +141,9 @@ template <class T> T Value::fromReal(double real, std::string_view where, size_t
   if constexpr (std::is_floating_point_v<T>) return static_cast<T>(real);
   else if constexpr (std::is_same_v<T, bool>) return real != 0;
   else {
+    if constexpr (std::is_same_v<T, uint64_t> || std::is_same_v<T, unsigned long long>) {
+      if (real >= 0x1p63 && real < 0x1p64) return static_cast<T>(real);
+    }
     if (!(real >= -0x1p63 && real < 0x1p63)) {
       raiseRealOutOfRange(where, index, {encodingOf<T>.text, encodingOf<T>.length}, real);
     }
@@ -137,8 +154,16 @@ template <class T> T Value::fromReal(double real, std::string_view where, size_t
 template <class T> T Value::number(std::string_view where, size_t index) const {
   if (kind_ == Kind::Real) return fromReal<T>(real_, where, index);
   if (kind_ != Kind::Integer) refuse(where, index, {encodingOf<T>.text, encodingOf<T>.length});
-  if constexpr (std::is_floating_point_v<T>) return static_cast<T>(integer_);
-  else return narrow<T>(integer_, where, index);
+  if constexpr (std::is_floating_point_v<T>) {
+    return encoding_[0] == 'Q' ? static_cast<T>(static_cast<uint64_t>(integer_)) : static_cast<T>(integer_);
+  } else return narrow<T>(integer_, where, index);
+}
+
+/// A pointer to what may be written is also one to what may only be read.
+template <class C> constexpr bool isPlainKey(uint64_t key) {
+  if (key == FineKey<C>::value) return true;
+  if constexpr (std::is_pointer_v<C>) return key == FineKey<std::remove_const_t<std::remove_pointer_t<C>>*>::value;
+  return false;
 }
 
 template <class T> T Value::as(std::string_view where, size_t index) const {
@@ -167,7 +192,7 @@ template <class T> T Value::as(std::string_view where, size_t index) const {
       if (std::is_pointer_v<C> && kind_ == Kind::Object && !object_) return Bare{};
       const bool same =
           kind_ == Kind::Plain && size_ == sizeof(C) &&
-          (key_ ? key_ == FineKey<C>::value : firstType(encoding_).type == std::string_view(encodingOf<C>.text));
+          (key_ ? isPlainKey<C>(key_) : firstType(encoding_).type == std::string_view(encodingOf<C>.text));
       if (!same) refuse(where, index, {encodingOf<C>.text, encodingOf<C>.length});
       C result;
       std::memcpy(&result, bytes(), sizeof result);
