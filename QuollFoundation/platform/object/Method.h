@@ -51,14 +51,14 @@ QF_EXPORT bool mayReadAsKey(const Method& method);
 QF_EXPORT Class* classToInitialize(NSObject* placeholder);  // raises for a finished object
 
 /// From the canonical form to the parameter's own type.
-template <class T, class C> T fromCanonical(C&& value, std::string_view where, size_t index) {
+template <class T, class C, class Where> T fromCanonical(C&& value, Where where, size_t index) {
   using Bare = std::remove_cvref_t<T>;
   if constexpr (Integer<Bare>) return narrow<Bare>(value, where, index);
   else if constexpr (ObjectHandle<Bare>) {
     using Object = typename Pointee<Bare>::Type;
     NSObject* object = value;
     if (object && !isKind<Object>(object)) [[unlikely]]
-      raiseWrongObject(where, index, className<Object>(), object);
+      raiseWrongObject(placeName(where), index, className<Object>(), object);
     if constexpr (isRef<std::remove_cvref_t<C>> && isRef<Bare>) {
       return Bare::adopt(static_cast<Object*>(value.detach()));
     } else return static_cast<Object*>(object);

@@ -17,13 +17,17 @@ QF_EXPORT Value sendErased(NSObject* receiver, Selector selector, const Entry* e
 /// A C string that a Value brings lives on with the innermost AutoreleaseScope.
 QF_EXPORT const char* autoreleasedText(Value result, std::string_view where);
 
-template <class R, class... A> R callDirect(AnyFunction direct, NSObject* receiver, Selector selector,
-                                            const A&... arguments) {
+template <class R, class... A> requires(!ObjectHandle<R>)
+[[gnu::always_inline]] inline R callDirect(AnyFunction direct, NSObject* receiver, Selector selector,
+                                           const A&... arguments) {
   auto* function = reinterpret_cast<DirectFunction<R, A...>*>(direct);
   if constexpr (std::is_void_v<R>) function(receiver, toCanonical(arguments)...);
-  else if constexpr (ObjectHandle<R>) {
-    return fromCanonical<R>(Ref<NSObject>::adopt(function(receiver, toCanonical(arguments)...)), selector.name(), 0);
-  } else return fromCanonical<R>(function(receiver, toCanonical(arguments)...), selector.name(), 0);
+  else return fromCanonical<R>(function(receiver, toCanonical(arguments)...), selector, 0);
+}
+template <class R, class... A> requires ObjectHandle<R>
+R callDirect(AnyFunction direct, NSObject* receiver, Selector selector, const A&... arguments) {
+  auto* function = reinterpret_cast<DirectFunction<R, A...>*>(direct);
+  return fromCanonical<R>(Ref<NSObject>::adopt(function(receiver, toCanonical(arguments)...)), selector, 0);
 }
 
 /// Calls a method whose arguments fit and drops its result.

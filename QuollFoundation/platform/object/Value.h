@@ -21,15 +21,19 @@ namespace quoll::inline v1::detail {
 [[noreturn]] QF_EXPORT void raiseRealOutOfRange(std::string_view where, size_t index, std::string_view wanted,
                                                 double given);
 
+/// Where a value is checked: a function's name, or the selector, whose text is read only where it is needed.
+constexpr std::string_view placeName(std::string_view where) { return where; }
+constexpr std::string_view placeName(Selector where) { return where.name(); }
+
 /// 64 bits, signed and unsigned, pass into one another as in C++; anything narrower is checked. `index` 0 is a result.
-template <class T> T narrow(int64_t value, std::string_view where, size_t index) {
+template <class T, class Where> T narrow(int64_t value, Where where, size_t index) {
   if constexpr (std::is_enum_v<T>) return static_cast<T>(narrow<std::underlying_type_t<T>>(value, where, index));
   else if constexpr (std::is_same_v<T, bool>) return value != 0;
   else if constexpr (sizeof(T) == 8) return static_cast<T>(value);
   else {
     const T narrowed = static_cast<T>(value);
     if (static_cast<int64_t>(narrowed) != value) [[unlikely]] {
-      raiseOutOfRange(where, index, {encodingOf<T>.text, encodingOf<T>.length}, value);
+      raiseOutOfRange(placeName(where), index, {encodingOf<T>.text, encodingOf<T>.length}, value);
     }
     return narrowed;
   }
