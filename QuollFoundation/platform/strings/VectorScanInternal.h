@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Searching a span with vectors: the loops that the text kernels share. A source file that is compiled once for each
+// Going over a span with vectors: the loops that the text kernels share. A source file that is compiled once for each
 // instruction set includes this once in each of them, hence the guard that flips instead of `#pragma once`.
 #if defined(QUOLL_VECTOR_SCAN_INTERNAL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef QUOLL_VECTOR_SCAN_INTERNAL_H
@@ -114,6 +114,24 @@ HWY_INLINE size_t behindLastWhere(size_t count, const Test& test) {
   if (count >= hn::Lanes(narrowest)) return behindLastWhereUpTo(narrowest, end, test);
   while (end > 0 && !test(end - 1)) --end;
   return end;
+}
+
+/// Does something for each index in [0, count), for some of them twice: `step(d, i)` for all lanes of `d` from index i
+/// on, `step(i)` for one index.
+template <class Unit, class Step>
+HWY_INLINE void forEach(size_t count, const Step& step) {
+  const UnitTag<Unit> wide;
+  const ShortUnitTag<Unit> narrow;
+  const size_t lanes = hn::Lanes(wide);
+  const size_t few = hn::Lanes(narrow);
+  size_t i = 0;
+  for (; count - i >= lanes; i += lanes) step(wide, i);
+  if (i == count) return;
+  if (count >= lanes) return step(wide, count - lanes);
+  for (; count - i >= few; i += few) step(narrow, i);
+  if (i == count) return;
+  if (count >= few) return step(narrow, count - few);
+  for (; i < count; ++i) step(i);
 }
 
 }  // namespace quoll::inline v1::detail::HWY_NAMESPACE
