@@ -8,11 +8,12 @@ extern const FolderRecord objectRecords;
 extern const FolderRecord stringsRecords;
 extern const FolderRecord valuesRecords;
 extern const FolderRecord codingRecords;
+extern const FolderRecord coreRecords;
 extern const FolderRecord locksRecords;
 
 namespace {
-constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords, &valuesRecords, &codingRecords,
-                                             &locksRecords};
+constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords, &valuesRecords,
+                                             &codingRecords, &coreRecords,    &locksRecords};
 }  // namespace
 
 std::span<const FolderRecord* const> folders() { return all; }

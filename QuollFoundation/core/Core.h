@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// Ranges, rounding, rectangles and plain arrays.
+/// Plain values: ranges, rounding, rectangles, numbers, their texts and boxes, growing arrays of them, and the names of
+/// keys that everybody shares.
+#include "QuollFoundation/core/Booleans.h"
+#include "QuollFoundation/core/BoxedGeometry.h"
+#include "QuollFoundation/core/CommonRuns.h"
+#include "QuollFoundation/core/KeyConstants.h"
+#include "QuollFoundation/core/Numbers.h"
 #include "QuollFoundation/core/PlainArrays.h"
+#include "QuollFoundation/core/RangeTexts.h"
 #include "QuollFoundation/core/Ranges.h"
 #include "QuollFoundation/core/Rectangles.h"
 #include "QuollFoundation/core/Rounding.h"
