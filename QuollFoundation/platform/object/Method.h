@@ -89,12 +89,12 @@ template <class R> Canonical<R> toResult(R&& value) {
 /// The entry points of one function. `Invoke` calls it with its own types.
 template <class Invoke, bool Const, class R, class... A> struct EntryPoints {
   static_assert(!AnyBlockType<std::decay_t<R>>, "a block is no result type: nobody would own it");
-  static constexpr std::string_view where() { return Invoke::name(); }
+  static constexpr std::string_view where = Invoke::name();  // found when compiling, not at each call
 
   template <size_t... I> static Canonical<R> call(NSObject* self, std::index_sequence<I...>,
                                                   Canonical<A>... arguments) {
-    if constexpr (std::is_void_v<R>) Invoke::call(self, fromCanonical<std::decay_t<A>>(arguments, where(), I + 1)...);
-    else return toResult<R>(Invoke::call(self, fromCanonical<std::decay_t<A>>(arguments, where(), I + 1)...));
+    if constexpr (std::is_void_v<R>) Invoke::call(self, fromCanonical<std::decay_t<A>>(arguments, where, I + 1)...);
+    else return toResult<R>(Invoke::call(self, fromCanonical<std::decay_t<A>>(arguments, where, I + 1)...));
   }
   static Canonical<R> direct(NSObject* self, Canonical<A>... arguments) {
     return call(self, std::index_sequence_for<A...>{}, arguments...);
@@ -102,11 +102,11 @@ template <class Invoke, bool Const, class R, class... A> struct EntryPoints {
   template <size_t... I>
   static void applyEach(NSObject* self, [[maybe_unused]] std::span<const Value> given, [[maybe_unused]] Value& result,
                         std::index_sequence<I...>) {
-    if constexpr (std::is_void_v<R>) Invoke::call(self, given[I].template as<std::decay_t<A>>(where(), I + 1)...);
-    else result = Value::of(Invoke::call(self, given[I].template as<std::decay_t<A>>(where(), I + 1)...));
+    if constexpr (std::is_void_v<R>) Invoke::call(self, given[I].template as<std::decay_t<A>>(where, I + 1)...);
+    else result = Value::of(Invoke::call(self, given[I].template as<std::decay_t<A>>(where, I + 1)...));
   }
   static void apply(NSObject* self, std::span<const Value> given, Value& result) {
-    if (given.size() != sizeof...(A)) raiseArgumentCount(where(), sizeof...(A), given.size());
+    if (given.size() != sizeof...(A)) raiseArgumentCount(where, sizeof...(A), given.size());
     applyEach(self, given, result, std::index_sequence_for<A...>{});
   }
   static AnyFunction askDirect() { return reinterpret_cast<AnyFunction>(&direct); }
