@@ -153,9 +153,10 @@ std::string_view parameterType(const Entry& setter) {
   raise(why.name(), methodName(object, "setValue:forKey:") + ": key " + std::string(key) + ": " + why.reason()->utf8());
 }
 
-Value unboxedFor(const NSObject* object, std::string_view key, NSObject* value, std::string_view type) {
+/// Runs a conversion, which calls nobody's code, and says what it was for when it raises.
+template <class Convert> auto convert(const NSObject* object, std::string_view key, Convert conversion) {
   try {
-    return Value::unboxed(value, type);
+    return conversion();
   } catch (const NSException& why) {
     raiseUnfit(object, key, why);
   }
@@ -170,14 +171,11 @@ bool takesNull(std::string_view type) {
 [[gnu::noinline]] bool writeErased(const Entry& setter, NSObject* object, NSObject* value, std::string_view key) {
   const std::string_view type = parameterType(setter);
   if (!value && !takesNull(type)) return false;
-  const Value argument = value ? unboxedFor(object, key, value, type) : Value::ofObject(nullptr);
+  const Value argument =
+      value ? convert(object, key, [&] { return Value::unboxed(value, type); }) : Value::ofObject(nullptr);
   Value ignored;
   setter.method.implementation->apply(object, {&argument, 1}, ignored);
   return true;
-}
-
-bool isNotNegative(const NSNumber* number) {
-  return !number->isReal() && !number->exceedsSigned() && number->longLongValue() >= 0;
 }
 
 /// The common setters directly, the others by way of any types.
@@ -187,8 +185,9 @@ bool write(const Entry& setter, NSObject* object, NSObject* value, std::string_v
     return true;
   }
   const auto* number = as<NSNumber>(value);
-  if (number && setter.key == signatureKey<void, int64_t>() && isNotNegative(number)) {
-    call<void>(setter, object, number->longLongValue());
+  if (number && setter.key == signatureKey<void, int64_t>()) {
+    const char type = setter.method.implementation->encoding[3];  // behind "v@:"
+    call<void>(setter, object, convert(object, key, [&] { return unboxForParameter(number, type); }));
     return true;
   }
   if (number && setter.key == signatureKey<void, double>()) {

@@ -80,8 +80,17 @@ const NSString* unboxString(const NSObject* object) {
 }
 
 int64_t unboxForParameter(const NSNumber* number, char type) {
-  if (type == 'Q' || type == 'L') return static_cast<int64_t>(unboxUnsigned(number, UINT64_MAX, {&type, 1}));
-  return unboxSigned(number, INT64_MIN, INT64_MAX, {&type, 1});
+  const std::string_view wanted(&type, 1);
+  switch (type) {
+    case 'C': return static_cast<int64_t>(unboxUnsigned(number, UINT8_MAX, wanted));
+    case 's': return unboxSigned(number, INT16_MIN, INT16_MAX, wanted);
+    case 'S': return static_cast<int64_t>(unboxUnsigned(number, UINT16_MAX, wanted));
+    case 'i': return unboxSigned(number, INT32_MIN, INT32_MAX, wanted);
+    case 'I': return static_cast<int64_t>(unboxUnsigned(number, UINT32_MAX, wanted));
+    case 'Q':
+    case 'L': return static_cast<int64_t>(unboxUnsigned(number, UINT64_MAX, wanted));
+    default: return unboxSigned(number, INT64_MIN, INT64_MAX, wanted);
+  }
 }
 
 Ref<NSObject> Value::boxed() const {
@@ -108,12 +117,12 @@ Value Value::unboxed(NSObject* object, std::string_view encoding) {
   if (lead == '*') return object ? ofCString(unboxString(object)->UTF8String()) : Value::ofObject(nullptr);
   if (lead == 'f' || lead == 'd') {
     const double most = lead == 'f' ? static_cast<double>(std::numeric_limits<float>::max()) : HUGE_VAL;
-    return ofReal(unboxReal(object, most, type), encoding.data());
+    return ofReal(unboxReal(object, most, type), type.data());
   }
-  if (numberEncoding(lead)) return ofInteger(unboxForParameter(numberIn(object, type), lead), encoding.data());
+  if (numberEncoding(lead)) return ofInteger(unboxForParameter(numberIn(object, type), lead), type.data());
   std::string bytes(sizeOfType(type), '\0');
   unboxStruct(object, type, bytes.size(), bytes.data());
-  return ofPlain(bytes.data(), bytes.size(), 0, encoding.data());
+  return ofPlain(bytes.data(), bytes.size(), 0, type.data());
 }
 
 }  // namespace quoll::inline v1::detail

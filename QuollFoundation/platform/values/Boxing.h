@@ -29,7 +29,8 @@ QF_EXPORT uint64_t unboxUnsigned(const NSObject* object, uint64_t most, std::str
 QF_EXPORT double unboxReal(const NSObject* object, double most, std::string_view wanted);
 QF_EXPORT void unboxStruct(const NSObject* object, std::string_view type, size_t size, void* out);
 QF_EXPORT const NSString* unboxString(const NSObject* object);
-/// The number as an int64_t or uint64_t pattern, for a parameter of this one-letter type; its callee narrows further.
+/// For an integer parameter of this one-letter type, an unsigned number by its bits. "c" is left to the callee: it may
+/// be a bool, which takes any number.
 QF_EXPORT int64_t unboxForParameter(const NSNumber* number, char type);
 QF_EXPORT bool unboxBool(const NSObject* object);
 
