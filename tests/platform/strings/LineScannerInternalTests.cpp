@@ -21,12 +21,10 @@ static void PrintTo(const LineBounds& line, std::ostream* out) {
 
 namespace {
 
-using quoll::testing::EachInstructionSet;
 using quoll::testing::ExactSpan;
 using Lines = std::vector<LineBounds>;
 
-using LineScanner = EachInstructionSet;
-INSTANTIATE_TEST_SUITE_P(, LineScanner, quoll::testing::instructionSets(), quoll::testing::instructionSetName);
+class LineScanner : public quoll::testing::EachInstructionSet {};
 
 const std::u16string_view terminators[] = {u"\n", u"\r", u"\r\n", u"\u0085", u"\u2028", u"\u2029"};
 
@@ -99,7 +97,7 @@ void expectAgreesWithModel(std::u16string_view units) {
   });
 }
 
-TEST_P(LineScanner, GivesTheLinesOfATextOneAfterTheOther) {
+TEST_F(LineScanner, GivesTheLinesOfATextOneAfterTheOther) {
   std::u16string_view text = u"one\r\ntwo\nthree";
   std::vector<std::u16string> found;
   quoll::detail::LineCursor lines(text);
@@ -109,7 +107,7 @@ TEST_P(LineScanner, GivesTheLinesOfATextOneAfterTheOther) {
   EXPECT_EQ(found, (std::vector<std::u16string>{u"one", u"two", u"three"}));
 }
 
-TEST_P(LineScanner, EndsLinesAtTheSixTerminatorsOnly) {
+TEST_F(LineScanner, EndsLinesAtTheSixTerminatorsOnly) {
   struct Row {
     const char* claim;
     std::u16string_view text;
@@ -141,7 +139,7 @@ TEST_P(LineScanner, EndsLinesAtTheSixTerminatorsOnly) {
   }
 }
 
-TEST_P(LineScanner, TellsATerminatorFromEveryOtherUnit) {
+TEST_F(LineScanner, TellsATerminatorFromEveryOtherUnit) {
   for (unsigned unit = 0; unit < 0x10000; ++unit) {
     const std::u16string text(40, static_cast<char16_t>(unit));
     const bool expected = unit == 0xA || unit == 0xD || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
@@ -164,7 +162,7 @@ bool findsTheOnlyTerminator(View text, size_t at, size_t size) {
          (!open || second == LineBounds{at + size, length, length}) && !lines.next(third);
 }
 
-TEST_P(LineScanner, FindsTerminatorsAtEveryOffsetOfEveryLength) {
+TEST_F(LineScanner, FindsTerminatorsAtEveryOffsetOfEveryLength) {
   for (size_t length = 1; length <= 200; ++length) {
     for (size_t at = 0; at < length; ++at) {
       const std::u16string_view terminator = terminators[(at + length) % std::size(terminators)];
@@ -176,7 +174,7 @@ TEST_P(LineScanner, FindsTerminatorsAtEveryOffsetOfEveryLength) {
   }
 }
 
-TEST_P(LineScanner, FindsTheTerminatorWithinTheGivenBoundsOnly) {
+TEST_F(LineScanner, FindsTheTerminatorWithinTheGivenBoundsOnly) {
   const std::u16string units = u"\n" + filler(100) + u"\n";
   inEachStorage(units, [&](auto text) {
     for (size_t from = 1; from <= 101; ++from) {
@@ -186,7 +184,7 @@ TEST_P(LineScanner, FindsTheTerminatorWithinTheGivenBoundsOnly) {
   });
 }
 
-TEST_P(LineScanner, KeepsAPairTogetherAcrossTheEdgesOfItsBlocks) {
+TEST_F(LineScanner, KeepsAPairTogetherAcrossTheEdgesOfItsBlocks) {
   const size_t length = 10000;
   for (size_t edge : {64u, 256u, 768u, 1792u, 3840u, 7936u, 8192u}) {
     for (size_t at = edge - 3; at <= edge + 3; ++at) {
@@ -199,7 +197,7 @@ TEST_P(LineScanner, KeepsAPairTogetherAcrossTheEdgesOfItsBlocks) {
   }
 }
 
-TEST_P(LineScanner, EndsTheLineAtTheEndOfTheTextWhereverABlockEnds) {
+TEST_F(LineScanner, EndsTheLineAtTheEndOfTheTextWhereverABlockEnds) {
   for (size_t length : {255u, 256u, 257u, 767u, 768u, 769u, 4095u, 4096u, 7936u, 7937u, 12032u}) {
     const std::u16string open = filler(length);
     inEachStorage(open, [&](auto text) { ASSERT_EQ(linesOf(text), (Lines{{0, length, length}})); });
@@ -208,7 +206,7 @@ TEST_P(LineScanner, EndsTheLineAtTheEndOfTheTextWhereverABlockEnds) {
   }
 }
 
-TEST_P(LineScanner, AgreesWithAModelOnRandomTexts) {
+TEST_F(LineScanner, AgreesWithAModelOnRandomTexts) {
   std::mt19937_64 random(20);
   for (std::u16string_view alphabet : {u"\n", u"\r\n", u"a\r\n", u"\r\n\u0085\u2028\u2029ab",
                                        u"\r\naaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa\v\f\u000E\u2027\u202A"}) {
@@ -218,7 +216,7 @@ TEST_P(LineScanner, AgreesWithAModelOnRandomTexts) {
   }
 }
 
-TEST_P(LineScanner, StartsWithTheLineThatHoldsTheIndex) {
+TEST_F(LineScanner, StartsWithTheLineThatHoldsTheIndex) {
   std::mt19937_64 random(21);
   const std::u16string units = randomText(random, 400, u"\r\nabcdefgh");
   const Lines all = modelLines(units);
@@ -233,14 +231,14 @@ TEST_P(LineScanner, StartsWithTheLineThatHoldsTheIndex) {
   });
 }
 
-TEST_P(LineScanner, HasNoLineBehindATerminatorAtTheEnd) {
+TEST_F(LineScanner, HasNoLineBehindATerminatorAtTheEnd) {
   EXPECT_EQ(linesOf(std::u16string_view(u"a\n"), 2), Lines{});
   EXPECT_EQ(linesOf(std::u16string_view(u"a"), 1), (Lines{{0, 1, 1}}));
   EXPECT_EQ(linesOf(std::u16string_view(), 0), Lines{});
   EXPECT_EQ(linesOf(std::string_view(), 0), Lines{});
 }
 
-TEST_P(LineScanner, CountsTheLinesThatARangeTouches) {
+TEST_F(LineScanner, CountsTheLinesThatARangeTouches) {
   std::mt19937_64 random(22);
   const std::u16string units = randomText(random, 260, u"\r\nabc\u2028");
   const Lines lines = modelLines(units);
@@ -255,7 +253,7 @@ TEST_P(LineScanner, CountsTheLinesThatARangeTouches) {
   }
 }
 
-TEST_P(LineScanner, BoundsARangeByTheLinesOfItsFirstAndLastUnit) {
+TEST_F(LineScanner, BoundsARangeByTheLinesOfItsFirstAndLastUnit) {
   struct Row {
     const char* claim;
     size_t location, length;
@@ -298,7 +296,7 @@ class MostlyForbiddenText {
   void* start_ = mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
 };
 
-TEST_P(LineScanner, LooksAtLittleMoreThanTheFirstLineOfAHugeText) {
+TEST_F(LineScanner, LooksAtLittleMoreThanTheFirstLineOfAHugeText) {
   MostlyForbiddenText text;
   text.units()[100] = '\n';
   LineCursor cursor(text.view());
@@ -309,7 +307,7 @@ TEST_P(LineScanner, LooksAtLittleMoreThanTheFirstLineOfAHugeText) {
   EXPECT_EQ(findLineBounds(text.view(), 7), line);
 }
 
-TEST_P(LineScanner, LooksNoFurtherBackThanTheStartOfTheLine) {
+TEST_F(LineScanner, LooksNoFurtherBackThanTheStartOfTheLine) {
   const size_t page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
   void* start = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   ASSERT_NE(start, MAP_FAILED);

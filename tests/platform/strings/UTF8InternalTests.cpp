@@ -14,11 +14,9 @@
 namespace quoll::inline v1::detail {
 namespace {
 
-using quoll::testing::EachInstructionSet;
 using quoll::testing::ExactSpan;
 
-using UTF8 = EachInstructionSet;
-INSTANTIATE_TEST_SUITE_P(, UTF8, quoll::testing::instructionSets(), quoll::testing::instructionSetName);
+class UTF8 : public quoll::testing::EachInstructionSet {};
 
 // ---- the model: by the definition of the format, one character at a time
 
@@ -156,7 +154,7 @@ std::string repeated(std::string_view piece, size_t count) {
 
 // ---- UTF-8 to UTF-16
 
-TEST_P(UTF8, DecodesIntoAnExactlyMeasuredDestination) {
+TEST_F(UTF8, DecodesIntoAnExactlyMeasuredDestination) {
   const std::string_view bytes =
       "Gr\xC3\xBC\xC3\x9F"
       "e, \xE4\xB8\x96\xE7\x95\x8C \xF0\x9F\x98\x80";
@@ -167,7 +165,7 @@ TEST_P(UTF8, DecodesIntoAnExactlyMeasuredDestination) {
   EXPECT_EQ(text, u"Gr\u00FC\u00DFe, \u4E16\u754C \U0001F600");
 }
 
-TEST_P(UTF8, HasAShape) {
+TEST_F(UTF8, HasAShape) {
   struct Row {
     const char* claim;
     std::string_view bytes;
@@ -193,7 +191,7 @@ TEST_P(UTF8, HasAShape) {
   }
 }
 
-TEST_P(UTF8, IsRefusedWhereverAnIllFormedSequenceStands) {
+TEST_F(UTF8, IsRefusedWhereverAnIllFormedSequenceStands) {
   struct Row {
     const char* claim;
     std::string_view bytes;
@@ -245,7 +243,7 @@ TEST_P(UTF8, IsRefusedWhereverAnIllFormedSequenceStands) {
   }
 }
 
-TEST_P(UTF8, IsAcceptedWhereverAnOutermostCharacterStands) {
+TEST_F(UTF8, IsAcceptedWhereverAnOutermostCharacterStands) {
   for (char32_t character : {0x0u, 0x7Fu, 0x80u, 0x7FFu, 0x800u, 0xFFFu, 0x1000u, 0xCFFFu, 0xD000u, 0xD7FFu, 0xE000u,
                              0xFFFFu, 0x10000u, 0x3FFFFu, 0x40000u, 0xFFFFFu, 0x100000u, 0x10FFFFu}) {
     for (size_t offset = 0; offset <= 140; ++offset) {
@@ -256,7 +254,7 @@ TEST_P(UTF8, IsAcceptedWhereverAnOutermostCharacterStands) {
   }
 }
 
-TEST_P(UTF8, IsJudgedAsByAModelForEveryPairOfBytes) {
+TEST_F(UTF8, IsJudgedAsByAModelForEveryPairOfBytes) {
   char bytes[4];
   for (unsigned pair = 0; pair < 0x10000; ++pair) {
     bytes[0] = static_cast<char>(pair >> 8);
@@ -272,15 +270,22 @@ TEST_P(UTF8, IsJudgedAsByAModelForEveryPairOfBytes) {
   }
 }
 
-TEST_P(UTF8, HoldsEveryCharacter) {
-  std::u32string all;
-  for (char32_t character = 0; character <= 0x10FFFF; ++character) {
-    if (!isSurrogate(character)) all.push_back(character);
-  }
-  expectAgreesWithModel(utf8Of(all));
+TEST_F(UTF8, HoldsEveryCharacter) {
+  static const std::u32string characters = [] {
+    std::u32string all;
+    for (char32_t character = 0; character <= 0x10FFFF; ++character) {
+      if (!isSurrogate(character)) all.push_back(character);
+    }
+    return all;
+  }();
+  static const std::string bytes = utf8Of(characters);
+  static const std::u16string units = utf16Of(characters);
+  EXPECT_TRUE(measureUTF8(bytes).valid);
+  EXPECT_TRUE(decoded(bytes) == units);
+  EXPECT_TRUE(encoded(units) == bytes);
 }
 
-TEST_P(UTF8, GoesBothWaysInRunsOfAnyLength) {
+TEST_F(UTF8, GoesBothWaysInRunsOfAnyLength) {
   std::mt19937_64 random(40);
   for (size_t longestRun : {1u, 3u, 20u, 90u}) {
     for (int round = 0; round < 150; ++round) {
@@ -289,7 +294,7 @@ TEST_P(UTF8, GoesBothWaysInRunsOfAnyLength) {
   }
 }
 
-TEST_P(UTF8, IsJudgedAsByAModelWithOneByteChanged) {
+TEST_F(UTF8, IsJudgedAsByAModelWithOneByteChanged) {
   std::mt19937_64 random(41);
   for (int round = 0; round < 2000; ++round) {
     std::string bytes = utf8Of(randomCharacters(random, 8, 20));
@@ -298,7 +303,7 @@ TEST_P(UTF8, IsJudgedAsByAModelWithOneByteChanged) {
   }
 }
 
-TEST_P(UTF8, IsJudgedAsByAModelWhereverItIsCut) {
+TEST_F(UTF8, IsJudgedAsByAModelWhereverItIsCut) {
   std::mt19937_64 random(42);
   const std::string bytes = utf8Of(randomCharacters(random, 60, 3));
   for (size_t length = 0; length <= bytes.size(); ++length)
@@ -307,7 +312,7 @@ TEST_P(UTF8, IsJudgedAsByAModelWhereverItIsCut) {
 
 // ---- UTF-16 to UTF-8
 
-TEST_P(UTF8, IsWrittenWithAReplacementForEachUnpairedSurrogate) {
+TEST_F(UTF8, IsWrittenWithAReplacementForEachUnpairedSurrogate) {
   struct Row {
     const char* claim;
     std::u16string units;
@@ -332,8 +337,8 @@ TEST_P(UTF8, IsWrittenWithAReplacementForEachUnpairedSurrogate) {
   }
 }
 
-TEST_P(UTF8, IsWrittenForPairsAndHalvesAtEveryOffsetOfEveryLength) {
-  for (size_t length = 2; length <= 150; ++length) {
+TEST_F(UTF8, IsWrittenForPairsAndHalvesAtEveryOffsetOfEveryLength) {
+  for (size_t length = 2; length <= 150; length += length < 40 ? 1 : 11) {
     for (size_t i = 0; i + 2 <= length; ++i) {
       std::u16string units(length, length % 2 == 0 ? u'a' : u'\u3042');
       units[i] = 0xD83D;
@@ -344,7 +349,7 @@ TEST_P(UTF8, IsWrittenForPairsAndHalvesAtEveryOffsetOfEveryLength) {
   }
 }
 
-TEST_P(UTF8, IsWrittenAsByAModelForRandomUnits) {
+TEST_F(UTF8, IsWrittenAsByAModelForRandomUnits) {
   std::mt19937_64 random(43);
   for (std::u16string_view alphabet :
        {u"a\xD83D\xDE00", u"ab\u00E9\u07FF\u0800\uFFFF", u"aaaaaaaaaaaaaaaaaaaaaaaa\u0080"}) {
@@ -358,7 +363,7 @@ TEST_P(UTF8, IsWrittenAsByAModelForRandomUnits) {
 
 // ---- units of one byte, and units the other way round
 
-TEST_P(UTF8, IsASCIIUnlessAByteOrUnitIsAbove) {
+TEST_F(UTF8, IsASCIIUnlessAByteOrUnitIsAbove) {
   for (size_t length = 0; length <= 200; ++length) {
     std::string bytes(length, '\x7F');
     std::u16string units(length, u'\x7F');
@@ -376,7 +381,7 @@ TEST_P(UTF8, IsASCIIUnlessAByteOrUnitIsAbove) {
   }
 }
 
-TEST_P(UTF8, TellsLatin1FromEveryOtherUnit) {
+TEST_F(UTF8, TellsLatin1FromEveryOtherUnit) {
   for (unsigned unit = 0; unit < 0x10000; ++unit) {
     const std::u16string units(1 + unit % 40, static_cast<char16_t>(unit));
     ASSERT_EQ(isLatin1(units), unit < 0x100) << unit;
@@ -384,7 +389,7 @@ TEST_P(UTF8, TellsLatin1FromEveryOtherUnit) {
   }
 }
 
-TEST_P(UTF8, WidensAndNarrowsEveryByteAtEveryLength) {
+TEST_F(UTF8, WidensAndNarrowsEveryByteAtEveryLength) {
   for (size_t length = 0; length <= 600; length += length < 200 ? 1 : 77) {
     ExactSpan<char> bytes(length);
     for (size_t i = 0; i < length; ++i) bytes.data()[i] = static_cast<char>(255 - i % 256);
@@ -397,7 +402,7 @@ TEST_P(UTF8, WidensAndNarrowsEveryByteAtEveryLength) {
   }
 }
 
-TEST_P(UTF8, LoadsUnitsOfTheOtherByteOrderFromAnyAddress) {
+TEST_F(UTF8, LoadsUnitsOfTheOtherByteOrderFromAnyAddress) {
   for (size_t count = 0; count <= 150; ++count) {
     ExactSpan<char> bytes(2 * count + 1);
     for (size_t i = 0; i <= 2 * count; ++i) bytes.data()[i] = static_cast<char>(i * 7 + 200);
