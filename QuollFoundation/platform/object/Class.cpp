@@ -98,7 +98,7 @@ Class::Class(Plan plan)
 Class* Class::makeOne(Plan plan) {
   using Object = detail::Made<Class>;
   auto* header = static_cast<detail::Header*>(detail::allocateObject(sizeof(Object))) - 1;
-  ::new (header) detail::Header(detail::Header::immortal);
+  header->counts.store(detail::Header::oneWeak | detail::Header::immortal, std::memory_order_relaxed);
   return ::new (static_cast<void*>(header + 1)) Object(std::move(plan));
 }
 

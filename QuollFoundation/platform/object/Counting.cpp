@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/Counting.h"
 
+#include <pthread.h>
+
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <new>
 
@@ -48,8 +51,89 @@ NSObject* dequeue() {
 
 }  // namespace
 
-void* allocateObject(size_t size) { return static_cast<Header*>(::operator new(sizeof(Header) + size)) + 1; }
-void freeObject(Header* header) noexcept { ::operator delete(header); }
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool keepsRooms = false;  // each object its own memory: that is what these builds are for
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+constexpr bool keepsRooms = false;
+#else
+constexpr bool keepsRooms = true;
+#endif
+#else
+constexpr bool keepsRooms = true;
+#endif
+
+constexpr size_t roomStep = 16;
+constexpr size_t roomSizes = 16;     // up to 256 bytes
+constexpr size_t roomsOfASize = 32;  // that a thread keeps
+
+/// Rooms of one size that a thread gave back, linked through their first word.
+struct KeptRooms {
+  void* first;
+  size_t count;
+};
+struct RoomsOfThread {
+  KeptRooms sizes[roomSizes + 1];
+  size_t limit;  // 0 until the thread's end is watched, and after it
+  bool isWatched;
+};
+[[gnu::tls_model("initial-exec")]] constinit thread_local RoomsOfThread rooms{};
+
+void giveBackRooms(void*) {
+  rooms.limit = 0;
+  for (KeptRooms& kept : rooms.sizes) {
+    while (void* room = kept.first) {
+      std::memcpy(&kept.first, room, sizeof room);
+      ::operator delete(room);
+    }
+  }
+}
+
+/// From the first room that a thread gives back on, its end is watched.
+void watchEndOfThread() {
+  rooms.isWatched = true;
+  static const bool isWanted = [] {
+    const char* wish = std::getenv("QUOLL_OBJECT_CACHE");
+    return !(wish && std::strcmp(wish, "0") == 0);
+  }();
+  static const pthread_key_t key = [] {
+    pthread_key_t made{};
+    return pthread_key_create(&made, &giveBackRooms) == 0 ? made : static_cast<pthread_key_t>(-1);
+  }();
+  if (isWanted && pthread_setspecific(key, &rooms) == 0) rooms.limit = roomsOfASize;
+}
+
+}  // namespace
+
+void* allocateObject(size_t size) {
+  const size_t step = (sizeof(Header) + size + roomStep - 1) / roomStep;
+  if (!keepsRooms || step > roomSizes) {
+    return ::new (::operator new(sizeof(Header) + size)) Header(1) + 1;
+  }
+  KeptRooms& kept = rooms.sizes[step];
+  void* room = kept.first;
+  if (room) [[likely]] {
+    std::memcpy(&kept.first, room, sizeof room);
+    --kept.count;
+  } else {
+    room = ::operator new(step * roomStep);
+  }
+  return ::new (room) Header(step << Header::sizeShift | 1) + 1;
+}
+
+void freeObject(Header* header) noexcept {
+  const size_t step = (header->counts.load(std::memory_order_relaxed) & Header::sizePart) >> Header::sizeShift;
+  KeptRooms& kept = rooms.sizes[step];
+  if (step && !rooms.isWatched) [[unlikely]]
+    watchEndOfThread();
+  if (step == 0 || kept.count >= rooms.limit) return ::operator delete(header);
+  void* room = header;
+  std::memcpy(room, &kept.first, sizeof room);
+  kept.first = room;
+  ++kept.count;
+}
 
 void abandonObject(Header* header) noexcept {
   header->counts.fetch_add(Header::dying, std::memory_order_relaxed);
@@ -62,24 +146,28 @@ void rejectMisplaced() {
   std::abort();
 }
 
+inline void Counts::destroyNow(NSObject* object) {
+  Header& header = headerOf(object);
+  if (header.counts.load(std::memory_order_relaxed) & Header::recorded) [[unlikely]]
+    forgetLiveObject(object);
+  object->~NSObject();
+  if (SideRecord* side = header.side.load(std::memory_order_acquire)) [[unlikely]]
+    delete side;
+  releaseWeak(object);
+}
+
 void Counts::destroy(const void* dead) {
   auto* object = static_cast<NSObject*>(const_cast<void*>(dead));
   if (releases.depth >= deepestNesting) return enqueue(object);
   ++releases.depth;
   destroyNow(object);
-  if (releases.depth == 1) {
-    while (releases.pending) destroyNow(dequeue());
-  }
+  if (releases.pending && releases.depth == 1) [[unlikely]]
+    destroyPending();
   --releases.depth;
 }
 
-void Counts::destroyNow(NSObject* object) {
-  Header& header = headerOf(object);
-  if (header.counts.load(std::memory_order_relaxed) & Header::recorded) [[unlikely]]
-    forgetLiveObject(object);
-  object->~NSObject();
-  delete header.side.load(std::memory_order_acquire);
-  releaseWeak(object);
+void Counts::destroyPending() {
+  while (releases.pending) destroyNow(dequeue());
 }
 
 SideRecord* sideIfAny(const NSObject* object) {

@@ -144,7 +144,7 @@ template <class T, class... A> Ref<T> makeSized(size_t extraBytes, A&&... argume
   using Object = detail::Made<T>;
   static_assert(alignof(Object) <= sizeof(detail::Header), "over-aligned members are not supported");
   void* place = detail::allocateObject(sizeof(Object) + extraBytes);
-  detail::Header* header = ::new (static_cast<detail::Header*>(place) - 1) detail::Header(1);
+  detail::Header* header = static_cast<detail::Header*>(place) - 1;
   try {
     T* object;
     if constexpr (sizeof...(A) == 0) object = ::new (place) Object;  // no (): that would zero the fields first
