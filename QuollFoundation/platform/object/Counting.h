@@ -92,6 +92,10 @@ struct Counts {
     uint64_t now = counts.load(std::memory_order_relaxed);
     if (now & Header::immortal) return true;
     while ((now & Header::strongPart) && !(now & Header::dying)) {
+      if (__libc_single_threaded) {
+        counts.store(now + 1, std::memory_order_relaxed);
+        return true;
+      }
       if (counts.compare_exchange_weak(now, now + 1, std::memory_order_acquire, std::memory_order_relaxed)) return true;
     }
     return false;
