@@ -104,66 +104,52 @@ inline constexpr uint8_t overlong2 = 32;  // C0 and C1
 inline constexpr uint8_t overlong4 = 64;  // F0 80..8F; too large with F5..FF
 inline constexpr uint8_t twoContinuations = 128;
 
-inline constexpr uint8_t anyLow = tooShort | tooLong | twoContinuations;
-inline constexpr uint8_t above4 = anyLow | tooLarge | overlong4;
-inline constexpr uint8_t continued = tooLong | overlong2 | twoContinuations;
+constexpr uint8_t allowedByFirstHigh(unsigned half) {
+  if (half < 0x8) return tooLong;
+  if (half < 0xC) return twoContinuations;
+  if (half == 0xC) return tooShort | overlong2;
+  if (half == 0xD) return tooShort;
+  return half == 0xE ? tooShort | overlong3 | surrogate : tooShort | tooLarge | overlong4;
+}
 
-alignas(16) inline constexpr uint8_t byFirstHigh[16] = {tooLong,
-                                                        tooLong,
-                                                        tooLong,
-                                                        tooLong,
-                                                        tooLong,
-                                                        tooLong,
-                                                        tooLong,
-                                                        tooLong,
-                                                        twoContinuations,
-                                                        twoContinuations,
-                                                        twoContinuations,
-                                                        twoContinuations,
-                                                        tooShort | overlong2,
-                                                        tooShort,
-                                                        tooShort | overlong3 | surrogate,
-                                                        tooShort | tooLarge | overlong4};
-alignas(16) inline constexpr uint8_t byFirstLow[16] = {anyLow | overlong2 | overlong3 | overlong4,
-                                                       anyLow | overlong2,
-                                                       anyLow,
-                                                       anyLow,
-                                                       anyLow | tooLarge,
-                                                       above4,
-                                                       above4,
-                                                       above4,
-                                                       above4,
-                                                       above4,
-                                                       above4,
-                                                       above4,
-                                                       above4,
-                                                       above4 | surrogate,
-                                                       above4,
-                                                       above4};
-alignas(16) inline constexpr uint8_t bySecondHigh[16] = {tooShort,
-                                                         tooShort,
-                                                         tooShort,
-                                                         tooShort,
-                                                         tooShort,
-                                                         tooShort,
-                                                         tooShort,
-                                                         tooShort,
-                                                         continued | overlong3 | overlong4,
-                                                         continued | overlong3 | tooLarge,
-                                                         continued | surrogate | tooLarge,
-                                                         continued | surrogate | tooLarge,
-                                                         tooShort,
-                                                         tooShort,
-                                                         tooShort,
-                                                         tooShort};
+constexpr uint8_t allowedByFirstLow(unsigned half) {
+  unsigned allowed = tooShort | tooLong | twoContinuations;
+  if (half == 0x0) allowed |= overlong3 | overlong4;
+  if (half <= 0x1) allowed |= overlong2;
+  if (half >= 0x4) allowed |= tooLarge;
+  if (half >= 0x5) allowed |= overlong4;
+  if (half == 0xD) allowed |= surrogate;
+  return static_cast<uint8_t>(allowed);
+}
+
+constexpr uint8_t allowedBySecondHigh(unsigned half) {
+  if (half < 0x8 || half > 0xB) return tooShort;
+  unsigned allowed = tooLong | overlong2 | twoContinuations;
+  if (half == 0x8) allowed |= overlong4;
+  if (half <= 0x9) allowed |= overlong3;
+  if (half >= 0x9) allowed |= tooLarge;
+  if (half >= 0xA) allowed |= surrogate;
+  return static_cast<uint8_t>(allowed);
+}
+
+struct HalfTable {
+  alignas(16) uint8_t allowed[16] = {};
+
+  constexpr explicit HalfTable(uint8_t (*rule)(unsigned)) {
+    for (unsigned half = 0; half < 16; ++half) allowed[half] = rule(half);
+  }
+};
+inline constexpr HalfTable byFirstHigh{allowedByFirstHigh};
+inline constexpr HalfTable byFirstLow{allowedByFirstLow};
+inline constexpr HalfTable bySecondHigh{allowedBySecondHigh};
 
 /// Not zero where one of `bytes` is wrong together with those that stand one, two and three before it.
 template <class D, class V>
 HWY_INLINE V errorsIn(D d, V bytes, V before1, V before2, V before3) {
   const auto nibble = hn::Set(d, 0x0F);
-  const auto high = hn::TableLookupBytes(hn::LoadDup128(d, byFirstHigh), hn::ShiftRight<4>(before1));
-  const auto low = hn::TableLookupBytes(hn::LoadDup128(d, byFirstLow), hn::And(before1, nibble));
-  const auto second = hn::TableLookupBytes(hn::LoadDup128(d, bySecondHigh), hn::ShiftRight<4>(bytes));
+  const auto high = hn::TableLookupBytes(hn::LoadDup128(d, byFirstHigh.allowed), hn::ShiftRight<4>(before1));
+  const auto low = hn::TableLookupBytes(hn::LoadDup128(d, byFirstLow.allowed), hn::And(before1, nibble));
+  const auto second = hn::TableLookupBytes(hn::LoadDup128(d, bySecondHigh.allowed), hn::ShiftRight<4>(bytes));
   const auto wrong = hn::And(hn::And(high, low), second);
   // The upper bit is set where a third or fourth byte has to stand, which is a continuation byte behind another one.
   const auto third = hn::SaturatedSub(before2, hn::Set(d, 0xE0 - 0x80));
