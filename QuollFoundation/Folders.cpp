@@ -8,12 +8,14 @@ extern const FolderRecord objectRecords;
 extern const FolderRecord stringsRecords;
 extern const FolderRecord valuesRecords;
 extern const FolderRecord codingRecords;
+extern const FolderRecord collectionsRecords;
 extern const FolderRecord coreRecords;
 extern const FolderRecord locksRecords;
+extern const FolderRecord textRecords;
 
 namespace {
-constinit const FolderRecord* const all[] = {&objectRecords, &stringsRecords, &valuesRecords,
-                                             &codingRecords, &coreRecords,    &locksRecords};
+constinit const FolderRecord* const all[] = {&objectRecords,      &stringsRecords, &valuesRecords, &codingRecords,
+                                             &collectionsRecords, &coreRecords,    &locksRecords,  &textRecords};
 }  // namespace
 
 std::span<const FolderRecord* const> folders() { return all; }

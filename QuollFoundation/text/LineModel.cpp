@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/text/LineModel.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 
 #include "QuollFoundation/core/PlainArrays.h"
 #include "QuollFoundation/core/Ranges.h"
 #include "QuollFoundation/core/ValuePointerArrays.h"
 #include "QuollFoundation/platform/collections/NSPointerArray.h"
+#include "QuollFoundation/platform/object/AdditionGroup.h"
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/strings/CharacterSets.h"
 #include "QuollFoundation/platform/strings/LineBounds.h"
 #include "QuollFoundation/platform/strings/LineScannerInternal.h"
 #include "QuollFoundation/platform/strings/NSMutableString.h"
+#include "QuollFoundation/platform/values/StructTexts.h"
 
 namespace quoll::inline v1 {
 
