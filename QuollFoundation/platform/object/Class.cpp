@@ -10,6 +10,7 @@
 #include "QuollFoundation/platform/object/NSMethodSignature.h"
 #include "QuollFoundation/platform/object/Protocol.h"
 #include "QuollFoundation/platform/object/RegistryInternal.h"
+#include "QuollFoundation/platform/object/Send.h"
 
 namespace quoll::inline v1 {
 
