@@ -11,6 +11,7 @@
 #include "QuollFoundation/platform/object/Equality.h"
 #include "QuollFoundation/platform/object/NSObject.h"
 #include "QuollFoundation/platform/strings/FormatArgument.h"
+#include "QuollFoundation/platform/strings/StringLiteral.h"
 
 namespace quoll::inline v1 {
 
@@ -182,6 +183,39 @@ template <class T> std::ostream& operator<<(std::ostream& out, const Ref<T>& obj
   return out << static_cast<const NSObject*>(object.get());
 }
 
-}  // namespace quoll::inline v1
+namespace detail {
 
-#include "QuollFoundation/platform/strings/StringLiteral.h"
+/// A string that the compiler made. It says that it is an NSString.
+class QF_EXPORT LiteralString : public NSString {
+ public:
+  template <class Unit, size_t N>
+  constexpr explicit LiteralString(const std::array<Unit, N>& units) : NSString(units.data(), N - 1) {}
+};
+
+template <class T> union NeverDestroyed {
+  template <class A> constexpr explicit NeverDestroyed(const A& argument) : value(argument) {}
+  constexpr ~NeverDestroyed() {}
+  T value;
+};
+
+/// `constexpr`, because g++ registers a destructor for anything less; the mutable header puts it into writable memory
+/// all the same.
+template <FixedText text> struct Literal {
+  mutable Header header{Header::immortal};
+  NeverDestroyed<Made<LiteralString>> object{LiteralText<text>::units};
+};
+template <FixedText text> inline constexpr Literal<text> literal{};
+
+}  // namespace detail
+
+inline namespace literals {
+
+/// An immortal string made by the compiler: `"text"_ns`, `u"text"_ns`. Ill-formed UTF-8 does not compile. Two literals
+/// of one text are equal; they are one object only within a module. For texts of up to some 200 units.
+template <detail::FixedText text> constexpr NSString* operator""_ns() {
+  return const_cast<detail::Made<detail::LiteralString>*>(&detail::literal<text>.object.value);
+}
+
+}  // namespace literals
+
+}  // namespace quoll::inline v1

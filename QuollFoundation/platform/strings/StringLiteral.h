@@ -2,13 +2,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <string_view>
 #include <type_traits>
 
-#include "QuollFoundation/platform/strings/NSString.h"
+#include "QuollFoundation/platform/object/Selector.h"
 
-namespace quoll::inline v1 {
-
-namespace detail {
+/// The text of `"..."_ns` in the form that a string stores, worked out by the compiler. NSString.h makes the literals.
+namespace quoll::inline v1::detail {
 
 /// Decodes well-formed UTF-8 and gives each UTF-16 unit to `take`; false where it is ill-formed.
 template <class Take> constexpr bool decodeLiteral(std::string_view bytes, Take take) {
@@ -67,36 +68,4 @@ template <FixedText text> struct LiteralText {
   }();
 };
 
-/// A string that the compiler made. It says that it is an NSString.
-class QF_EXPORT LiteralString : public NSString {
- public:
-  template <class Unit, size_t N>
-  constexpr explicit LiteralString(const std::array<Unit, N>& units) : NSString(units.data(), N - 1) {}
-};
-
-template <class T> union NeverDestroyed {
-  template <class A> constexpr explicit NeverDestroyed(const A& argument) : value(argument) {}
-  constexpr ~NeverDestroyed() {}
-  T value;
-};
-
-/// `constexpr`, because g++ registers a destructor for anything less; the mutable header puts it into writable memory
-/// all the same.
-template <FixedText text> struct Literal {
-  mutable Header header{Header::immortal};
-  NeverDestroyed<Made<LiteralString>> object{LiteralText<text>::units};
-};
-template <FixedText text> inline constexpr Literal<text> literal{};
-
-}  // namespace detail
-
-inline namespace literals {
-
-/// An immortal string made by the compiler: `"text"_ns`, `u"text"_ns`. Ill-formed UTF-8 does not compile. Two literals
-/// of one text are equal; they are one object only within a module. For texts of up to some 200 units.
-template <detail::FixedText text> constexpr NSString* operator""_ns() {
-  return const_cast<detail::Made<detail::LiteralString>*>(&detail::literal<text>.object.value);
-}
-
-}  // namespace literals
-}  // namespace quoll::inline v1
+}  // namespace quoll::inline v1::detail

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the compilers refuse of literals. Read by scripts/check-refusals.
-#include "QuollFoundation/platform/strings/StringLiteral.h"
+#include "QuollFoundation/platform/strings/NSString.h"
 
 using namespace quoll::literals;
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "QuollFoundation/platform/strings/NSString.h"
 #include "QuollFoundation/testing.h"
 #include "tests/support/AllocationCount.h"
 
