@@ -144,6 +144,10 @@ template <class T> struct FineKey {
     } else return hashOf({encodingOf<T>.text, encodingOf<T>.length});
   }();
 };
+/// A block may take a plain struct by reference; a method, whose arguments are kept in invocations, may not.
+template <class T> struct FineKey<const T&> {
+  static constexpr uint64_t value = mix('&', classKey<T>());
+};
 template <class R, class... A> struct FineKey<R(A...)> {
   static constexpr uint64_t value = [] {
     uint64_t key = mix('?', FineKey<R>::value);
