@@ -12,12 +12,9 @@ extern const AdditionGroup<NSString> lineBoundsAdditions;
 
 namespace {
 constinit const ClassRecord classes[] = {
-    {"NSCharacterSet", &NSCharacterSet::classObject},
-    {"NSData", &NSData::classObject},
-    {"NSException", &ExceptionRecord::classObject},
-    {"NSMutableData", &NSMutableData::classObject},
-    {"NSMutableString", &NSMutableString::classObject},
-    {"NSString", &NSString::classObject},
+    {"NSCharacterSet", &NSCharacterSet::classObject},   {"NSData", &NSData::classObject},
+    {"NSException", &ExceptionRecord::classObject},     {"NSMutableData", &NSMutableData::classObject},
+    {"NSMutableString", &NSMutableString::classObject}, {"NSString", &NSString::classObject},
 };
 constinit const GroupRecord groups[] = {objectTexts, lineBoundsAdditions};
 }  // namespace
