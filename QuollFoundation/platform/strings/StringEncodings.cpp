@@ -74,7 +74,7 @@ uint8_t* storeUnits(std::u16string_view units, ByteOrder order, uint8_t* bytes) 
 
 Ref<NSData> encodedUTF16(const NSString* text, ByteOrder order, std::string_view mark) {
   return NSData::dataOfLength_filledBy(mark.size() + 2 * text->length(), [&](uint8_t* bytes) {
-    std::memcpy(bytes, mark.data(), mark.size());
+    if (!mark.empty()) std::memcpy(bytes, mark.data(), mark.size());
     text->visit([&](auto units) { storeUnits(units, order, bytes + mark.size()); });
   });
 }
