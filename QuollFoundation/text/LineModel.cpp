@@ -103,16 +103,15 @@ template <class Visit> void walkImmutable(const NSString* string, NSRange range,
 template <class Visit> void walkMutable(const NSString* string, NSRange range, LineVisits<Visit> visits) {
   const uint64_t end = endOf(range);
   uint64_t position = range.location;
-  for (bool goesOn = true; goesOn;) {
-    goesOn = string->visit([&](auto text) {
-      if (position > text.size()) return false;
-      const LineBounds line = detail::findLineBounds(text, position);
-      const bool isFirst = position == range.location;
-      if (line.end == line.start || (!isFirst && line.start < position && position == text.size())) return false;
-      position = line.end;
-      return visits.line(text, line) && position < end;
-    });
-  }
+  bool isFirst = true;
+  const auto visitNext = [&](auto text) {
+    if (position > text.size() || (position == text.size() && !isFirst)) return false;
+    isFirst = false;
+    const LineBounds line = detail::findLineBounds(text, position);
+    position = line.end;
+    return line.end > line.start && visits.line(text, line) && position < end;
+  };
+  while (string->visit(visitNext)) {}
 }
 
 template <class Visit> void walkLines(const NSString* string, NSRange range, uint64_t options, Visit& visit) {
