@@ -35,8 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::u16string units((size - 4) / 2, u'\0');
   std::memcpy(units.data(), data + 4, units.size() * 2);
   const Ref<NSString> wide = NSString::stringWithCharacters(units);
-  const Ref<NSString> narrow = NSString::stringWithBytes_encoding(
-      {reinterpret_cast<const char*>(data) + 4, size - 4}, NSASCIIStringEncoding);
+  const Ref<NSString> narrow =
+      NSString::stringWithBytes_encoding({reinterpret_cast<const char*>(data) + 4, size - 4}, NSASCIIStringEncoding);
   for (const Ref<NSString>& text : {wide, narrow}) {
     if (!text) continue;
     visit(text, range, options);

@@ -17,12 +17,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const Ref<NSObject>& object : {Ref<NSObject>("a string"_ns), Ref<NSObject>(box(5))}) {
     try {
       static_cast<void>(object->valueForKeyPath(path));
-    } catch (const NSException&) {
-    }
+    } catch (const NSException&) {}
     try {
       object->setValue_forKeyPath(object, path);
-    } catch (const NSException&) {
-    }
+    } catch (const NSException&) {}
   }
   if (wasKnown != static_cast<bool>(selectorIfRegistered(bytes))) std::abort();
   return 0;

@@ -20,7 +20,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       invocation->setArgument_atIndex(value.data(), static_cast<int64_t>(i));
       invocation->getArgument_atIndex(value.data(), static_cast<int64_t>(i));
     }
-  } catch (const NSException&) {
-  }
+  } catch (const NSException&) {}
   return 0;
 }

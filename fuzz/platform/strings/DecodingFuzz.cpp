@@ -27,9 +27,8 @@ void roundTrip(std::string_view bytes, NSStringEncoding encoding) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  for (const NSStringEncoding encoding :
-       {NSASCIIStringEncoding, NSUTF8StringEncoding, NSISOLatin1StringEncoding, NSUTF16BigEndianStringEncoding,
-        NSUTF16LittleEndianStringEncoding}) {
+  for (const NSStringEncoding encoding : {NSASCIIStringEncoding, NSUTF8StringEncoding, NSISOLatin1StringEncoding,
+                                          NSUTF16BigEndianStringEncoding, NSUTF16LittleEndianStringEncoding}) {
     roundTrip(bytes, encoding);
   }
   if (const Ref<NSString> marked = NSString::stringWithBytes_encoding(bytes, NSUTF16StringEncoding)) {

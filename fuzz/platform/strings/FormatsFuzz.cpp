@@ -19,8 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto attempt = [&](auto... arguments) {
     try {
       NSString::stringWithFormat(format, arguments...);
-    } catch (const NSException&) {
-    }
+    } catch (const NSException&) {}
   };
   attempt();
   attempt(1);
