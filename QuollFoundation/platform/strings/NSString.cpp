@@ -203,6 +203,10 @@ void NSString::raiseIndex(std::string_view selector, uint64_t index) const {
 
 namespace {
 
+[[noreturn]] void raiseNilInInitializer(const Class* cls, std::string_view selector) {
+  raise(NSInvalidArgumentException, "-[" + std::string(cls->name()) + " " + std::string(selector) + "]: nil argument");
+}
+
 std::u16string_view viewOf(const char16_t* units, uint64_t length, std::string_view selector) {
   if (!units && length > 0) detail::raiseNilArgument(NSString::classObject(), selector);
   if (length > Text::longest) detail::raiseRange(NSString::classObject(), selector, {0, length}, Text::longest);
@@ -220,7 +224,7 @@ Ref<NSString> NSString::stringWithLatin1(std::string_view bytes) {
 
 Ref<NSString> NSString::init_ofClass(Class* cls) { return initWithString_ofClass(""_ns, cls); }
 Ref<NSString> NSString::initWithString_ofClass(const NSString* other, Class* cls) {
-  if (!other) detail::raiseNilArgument(cls, "initWithString:");
+  if (!other) raiseNilInInitializer(cls, "initWithString:");
   if (cls == classObject()) return Text::immutable(other);
   Ref<NSString> string = create<NSString>(cls);
   string->takeText(other);
@@ -230,7 +234,7 @@ Ref<NSString> NSString::initWithCharacters_length_ofClass(const char16_t* units,
   return initWithString_ofClass(Text::fromUnits(viewOf(units, length, "initWithCharacters:length:")), cls);
 }
 Ref<NSString> NSString::initWithUTF8String_ofClass(const char* text, Class* cls) {
-  if (!text) detail::raiseNilArgument(cls, "initWithUTF8String:");
+  if (!text) raiseNilInInitializer(cls, "initWithUTF8String:");
   const Ref<NSString> decoded = Text::fromUTF8(text);
   return decoded ? initWithString_ofClass(decoded, cls) : nullptr;
 }

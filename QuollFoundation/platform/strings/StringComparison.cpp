@@ -18,26 +18,37 @@ template <class Text> class FoldedUnits {
  public:
   static constexpr int atEnd = -1;
 
-  FoldedUnits(Text text, uint64_t options) : text_(text), options_(options) { load(); }
-  int unit() const { return given_ < point_.count ? point_.units[given_] : atEnd; }
+  FoldedUnits(Text text, uint64_t options) : text_(text), options_(options) { step(); }
+  int unit() const { return unit_; }
+  bool isDigit() const { return unit_ >= '0' && unit_ <= '9'; }
   void step() {
-    if (++given_ >= point_.count) load();
+    if (given_ == point_.count && !load()) return;
+    unit_ = point_.units[given_++];
   }
-  bool isDigit() const { return unit() >= '0' && unit() <= '9'; }
 
  private:
-  void load() {
-    given_ = 0;
-    point_.count = 0;
-    while (point_.count == 0 && index_ < text_.size())
-      point_ = detail::foldPoint(detail::nextPoint(text_, index_), options_);
+  /// False where the unit is known already: of ASCII, or the end.
+  bool load() {
+    while (index_ < text_.size()) {
+      const char32_t point = detail::nextPoint(text_, index_);
+      if (point < 0x80) {
+        unit_ = detail::foldASCII(point, options_);
+        return false;
+      }
+      point_ = detail::foldPoint(point, options_);
+      given_ = 0;
+      if (point_.count > 0) return true;
+    }
+    unit_ = atEnd;
+    return false;
   }
 
   Text text_;
   uint64_t options_;
   size_t index_ = 0;
-  detail::FoldedPoint point_;
-  int given_ = 0;
+  detail::FoldedPoint point_;  // what the last code point beyond ASCII became
+  int given_ = 0;              // units of it
+  int unit_ = atEnd;
 };
 
 /// Compares the numbers that both stand at, and steps behind them. Numbers have any length.

@@ -38,7 +38,7 @@ StringSearch::StringSearch(const NSString* text, const NSString* wanted, uint64_
     raise(NSInvalidArgumentException,
           methodName(text, "rangeOfString:options:range:") + ": a plain search takes no regular expression");
   }
-  if (!(options & foldingOptions) || (options & NSLiteralSearch && !(options & NSCaseInsensitiveSearch))) return;
+  if (!(options & foldingOptions)) return;
   foldedText_.emplace(foldedPart(text, range, options));
   foldedWanted_.emplace(foldedPart(wanted, {0, wanted->length()}, options));
 }

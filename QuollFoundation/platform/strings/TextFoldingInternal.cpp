@@ -56,8 +56,7 @@ void appendFolded(FoldedPoint& to, char32_t point, uint64_t options) {
 FoldedPoint foldPoint(char32_t point, uint64_t options) {
   FoldedPoint folded;
   if (point < 0x80) {
-    const bool lowers = (options & NSCaseInsensitiveSearch) && point >= 'A' && point <= 'Z';
-    folded.units[folded.count++] = static_cast<char16_t>(lowers ? point + 0x20 : point);
+    folded.units[folded.count++] = foldASCII(point, options);
     return folded;
   }
   if (options & NSWidthInsensitiveSearch) point = withUsualWidth(point);
@@ -77,7 +76,12 @@ FoldedText::FoldedText(std::basic_string_view<Unit> text, uint64_t options) : so
   bool keepsPlaces = true;
   for (size_t i = 0; i < text.size();) {
     const size_t start = i;
-    const FoldedPoint folded = foldPoint(nextPoint(text, i), options);
+    const char32_t point = nextPoint(text, i);
+    if (point < 0x80 && keepsPlaces) {
+      units_ += foldASCII(point, options);
+      continue;
+    }
+    const FoldedPoint folded = foldPoint(point, options);
     if (keepsPlaces && folded.count != static_cast<int>(i - start)) {
       keepsPlaces = false;
       for (size_t before = 0; before < start; ++before) origins_.push_back(before);

@@ -21,6 +21,11 @@ struct FoldedPoint {
   int count = 0;
 };
 FoldedPoint foldPoint(char32_t point, uint64_t options);
+/// The same of a code point of ASCII, which becomes one unit.
+constexpr char16_t foldASCII(char32_t point, uint64_t options) {
+  const bool lowers = (options & NSCaseInsensitiveSearch) && point >= U'A' && point <= U'Z';
+  return static_cast<char16_t>(lowers ? point + 0x20 : point);
+}
 
 /// The code point at `index`, which then stands behind it. An unpaired surrogate is its own code point.
 inline char32_t nextPoint(std::string_view text, size_t& index) { return static_cast<unsigned char>(text[index++]); }

@@ -50,13 +50,13 @@ TEST(NSString, StoresAsciiAsBytesAndOtherTextAsUnits) {
   EXPECT_EQ(wide->utf16Characters()[0], u'é');
 }
 
-TEST(NSString, IsMadeInOneAllocation) {
+TEST(NSString, IsMadeInOneAllocation) {  // or in none, in room that an object left
   const AllocationCount allocations;
   const Ref<NSString> text = NSString::stringWithUTF8("in one piece");
-  EXPECT_EQ(allocations.made(), 1u);
+  EXPECT_LE(allocations.made(), 1u);
   const AllocationCount more;
   const Ref<NSString> wide = NSString::stringWithUTF8("日本語");
-  EXPECT_EQ(more.made(), 1u);
+  EXPECT_LE(more.made(), 1u);
 }
 
 TEST(NSString, HasOneImmortalEmptyString) {
@@ -69,7 +69,7 @@ TEST(NSString, HasOneImmortalEmptyString) {
   EXPECT_TRUE(NSString::stringWithLatin1({}) == empty);
   EXPECT_TRUE("abc"_ns->substringFromIndex(3) == empty);
   EXPECT_TRUE(NSString::stringWithUTF8("é")->substringToIndex(0) == empty);
-  EXPECT_EQ(allocations.made(), 1u);  // the é
+  EXPECT_LE(allocations.made(), 1u);  // the é
 }
 
 TEST(NSString, DecodesUTF8OfEveryLength) {
@@ -187,7 +187,7 @@ TEST(NSString, CopiesASmallPartInOneAllocation) {
   const Ref<NSString> text = NSString::stringWithUTF8(std::string(100000, 'x'));
   const AllocationCount allocations;
   const Ref<NSString> line = text->substringWithRange({500, 80});
-  EXPECT_EQ(allocations.made(), 1u);
+  EXPECT_LE(allocations.made(), 1u);
   EXPECT_NE(line->asciiCharacters(), text->asciiCharacters() + 500);
 }
 
@@ -240,6 +240,10 @@ TEST(NSString, RaisesForNullWhereATextIsNeeded) {
   EXPECT_THAT([] { NSString::stringWithString(nullptr); },
               raises(NSInvalidArgumentException, "+[NSString stringWithString:]: nil argument"));
   EXPECT_THAT([] { NSString::stringWithUTF8String(nullptr); }, raises(NSInvalidArgumentException));
+  EXPECT_THAT([] { NSString::initWithString(nullptr); },
+              raises(NSInvalidArgumentException, "-[NSString initWithString:]: nil argument"));
+  EXPECT_THAT([] { NSString::initWithUTF8String<NSMutableString>(nullptr); },
+              raises(NSInvalidArgumentException, "-[NSMutableString initWithUTF8String:]: nil argument"));
   EXPECT_THAT([] { NSString::stringWithCharacters_length(nullptr, 1); }, raises(NSInvalidArgumentException));
   EXPECT_THAT(NSString::stringWithCharacters_length(nullptr, 0), equals(""));
 }

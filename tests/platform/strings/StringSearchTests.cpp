@@ -74,6 +74,8 @@ TEST(StringSearch, OverlooksCase) {
   EXPECT_EQ("𐐀b"_ns->rangeOfString_options("𐐨B"_ns, NSCaseInsensitiveSearch), (NSRange{0, 3}));
   EXPECT_EQ("aBcAbC"_ns->rangeOfString_options("abc"_ns, NSCaseInsensitiveSearch | NSBackwardsSearch), (NSRange{3, 3}));
   EXPECT_EQ("ABC"_ns->rangeOfString_options("b"_ns, NSCaseInsensitiveSearch | NSLiteralSearch), (NSRange{1, 1}));
+  EXPECT_EQ("aÉ"_ns->rangeOfString_options("é"_ns, NSCaseInsensitiveSearch), (NSRange{1, 1}));
+  EXPECT_EQ("ÉABC"_ns->rangeOfString_options("c"_ns, NSCaseInsensitiveSearch), (NSRange{3, 1}));
 }
 
 TEST(StringSearch, OverlooksDiacritics) {
