@@ -117,10 +117,6 @@ Ref<NSObject> read(const Entry& entry, NSObject* object) {
   return result.boxed();
 }
 
-const Entry* findSetterOf(const Table& table, const Entry* property) {
-  return isProperty(property) && property->method.setter ? table.find(property->method.setter) : nullptr;
-}
-
 bool isSetter(const Entry* entry) {
   return entry && entry->method.kind == MethodKind::Instance && entry->method.implementation->argumentCount == 1;
 }
@@ -128,7 +124,7 @@ bool isSetter(const Entry* entry) {
 [[gnu::noinline]] const Entry* findOtherSetter(const NSObject* object, const Table& table, const Entry* exact,
                                                std::string_view key) {
   if (key.empty()) return nullptr;
-  if (const Entry* setter = findSetterOf(table, findTwin(table, key))) return setter;
+  if (const Entry* twin = findTwin(table, key); twin && twin->setter) return twin->setter;
   if (!object->isa()->isCodable()) return nullptr;
   const Entry* setter = findNamed(table, Name("set", key, ":").view());
   if (isSetter(setter)) return setter;
@@ -139,14 +135,15 @@ bool isSetter(const Entry* entry) {
 
 const Entry* findSetter(const NSObject* object, const Table& table, std::string_view key) {
   const Entry* exact = findNamed(table, key);
-  if (const Entry* setter = findSetterOf(table, exact)) [[likely]]
-    return setter;
+  if (exact && exact->setter) [[likely]]
+    return exact->setter;
   return findOtherSetter(object, table, exact, key);
 }
 
 /// The type of what a setter takes: behind its result, the receiver and the selector.
 std::string_view parameterType(const Entry& setter) {
-  return firstType(firstType(setter.method.implementation->encoding).rest.substr(2)).type;
+  const std::string_view encoding = setter.method.implementation->encoding;
+  return encoding[0] == 'v' ? encoding.substr(3) : firstType(encoding).rest.substr(2);
 }
 
 [[noreturn]] void raiseUnfit(const NSObject* object, std::string_view key, const NSException& why) {

@@ -34,6 +34,9 @@ Table::Table(uint64_t when, const std::vector<Line>& lines) : epoch(when) {
     entries_[i].key = line.method.implementation->key;
     entries_[i].group = line.group;
   }
+  for (size_t i = 0; i < size; ++i) {
+    if (const Selector setter = entries_[i].method.setter) entries_[i].setter = find(setter);
+  }
 }
 
 const Entry* Table::find(uint64_t hash, std::string_view name) const {

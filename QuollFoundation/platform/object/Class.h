@@ -20,6 +20,7 @@ struct Entry {
   AnyFunction direct = nullptr;
   uint64_t key = 0;
   const char* group = nullptr;                                 ///< Null: the class's own.
+  const Entry* setter = nullptr;                               ///< Of a property that can be written.
   mutable std::atomic<NSMethodSignature*> signature{nullptr};  ///< Made when first asked for; immortal.
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstring>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -196,7 +197,7 @@ template <class T> T Value::as(std::string_view where, size_t index) const {
       if (std::is_pointer_v<C> && kind_ == Kind::Object && !object_) return Bare{};
       const bool same =
           kind_ == Kind::Plain && size_ == sizeof(C) &&
-          (key_ ? isPlainKey<C>(key_) : firstType(encoding_).type == std::string_view(encodingOf<C>.text));
+          (key_ ? isPlainKey<C>(key_) : std::strncmp(encoding_, encodingOf<C>.text, encodingOf<C>.length) == 0);
       if (!same) refuse(where, index, {encodingOf<C>.text, encodingOf<C>.length});
       C result;
       std::memcpy(&result, bytes(), sizeof result);

@@ -80,6 +80,8 @@ const NSString* unboxString(const NSObject* object) {
 }
 
 int64_t unboxForParameter(const NSNumber* number, char type) {
+  const bool isSmall = !number->isReal() && static_cast<uint64_t>(number->longLongValue()) <= INT32_MAX;
+  if (isSmall && (type == 'i' || type == 'q' || type == 'Q')) return number->longLongValue();
   const std::string_view wanted(&type, 1);
   switch (type) {
     case 'C': return static_cast<int64_t>(unboxUnsigned(number, UINT8_MAX, wanted));
@@ -100,7 +102,7 @@ Ref<NSObject> Value::boxed() const {
     case Kind::Real: return makeNumber(real_, numberEncoding(*encoding_));
     case Kind::Object: return object_;
     case Kind::CString: return boxUTF8(text_);
-    case Kind::Plain: return makeValue(bytes(), encoding_);
+    case Kind::Plain: return makeValue(bytes(), size_, firstType(encoding_).type);
     case Kind::Block: break;
   }
   if (!block_.table) return nullptr;
@@ -120,9 +122,13 @@ Value Value::unboxed(NSObject* object, std::string_view encoding) {
     return ofReal(unboxReal(object, most, type), type.data());
   }
   if (numberEncoding(lead)) return ofInteger(unboxForParameter(numberIn(object, type), lead), type.data());
-  std::string bytes(sizeOfType(type), '\0');
-  unboxStruct(object, type, bytes.size(), bytes.data());
-  return ofPlain(bytes.data(), bytes.size(), 0, type.data());
+  const size_t size = sizeOfType(type);
+  unsigned char here[64];
+  std::string elsewhere;
+  if (size > sizeof here) elsewhere.resize(size);
+  void* bytes = size > sizeof here ? static_cast<void*>(elsewhere.data()) : here;
+  unboxStruct(object, type, size, bytes);
+  return ofPlain(bytes, size, 0, type.data());
 }
 
 }  // namespace quoll::inline v1::detail

@@ -59,15 +59,16 @@ Ref<std::remove_const_t<T>> box(T* object) {
 /// A number, an enumeration, a registered struct, `std::string` (UTF-8) or `std::u16string`.
 template <class T> T unbox(const NSObject* object) {
   using Limits = std::numeric_limits<T>;
+  constexpr std::string_view name = detail::className<T>();
   if constexpr (std::is_same_v<T, bool>) return detail::unboxBool(object);
   else if constexpr (std::is_enum_v<T>) return static_cast<T>(unbox<std::underlying_type_t<T>>(object));
   else if constexpr (std::signed_integral<T>) {
-    return static_cast<T>(detail::unboxSigned(object, Limits::min(), Limits::max(), detail::className<T>()));
+    return static_cast<T>(detail::unboxSigned(object, Limits::min(), Limits::max(), name));
   } else if constexpr (std::unsigned_integral<T>) {
-    return static_cast<T>(detail::unboxUnsigned(object, Limits::max(), detail::className<T>()));
+    return static_cast<T>(detail::unboxUnsigned(object, Limits::max(), name));
   } else if constexpr (std::floating_point<T>) {
     static_assert(sizeof(T) <= sizeof(double), "a number holds no long double");
-    return static_cast<T>(detail::unboxReal(object, Limits::max(), detail::className<T>()));
+    return static_cast<T>(detail::unboxReal(object, Limits::max(), name));
   } else if constexpr (std::is_same_v<T, std::string>) return detail::unboxString(object)->utf8();
   else if constexpr (std::is_same_v<T, std::u16string>) return detail::unboxString(object)->utf16();
   else {

@@ -199,6 +199,7 @@ class QF_EXPORT NSNumber : public NSValue {
   constexpr NSNumber(double value, const char* encoding) : NSValue(encoding) { real_ = value; }
 
  private:
+  size_t size() const override { return detail::sizeOfType(encoding_); }
   template <class T> T to() const { return isReal() ? detail::nearestInteger<T>(real_) : static_cast<T>(integer_); }
   template <class T> static Ref<NSNumber> by(Selector initializer, T value, Class* cls);
   template <class T> static Ref<NSNumber> holding(T value, const char* encoding, Class* cls);

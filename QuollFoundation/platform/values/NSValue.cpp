@@ -65,16 +65,25 @@ Ref<NSValue> NSValue::withBytes(const void* bytes, const char* type, Class* cls)
   return made<NSValue>(cls, "initWithBytes:objCType:"_sel, bytes, type);
 }
 
-Ref<NSValue> NSValue::filled(const void* bytes, std::string_view type, Class* cls) {
-  const size_t size = detail::sizeOfType(type);
-  if (size && !bytes) detail::raiseNilArgument(cls, "initWithBytes:objCType:");
-  Ref<NSValue> contents = makeSized<NSValue>(size + type.size() + 1);
-  auto* place = reinterpret_cast<char*>(contents.get() + 1);
+Ref<NSValue> detail::makeValue(const void* bytes, size_t size, std::string_view type) {
+  Ref<NSValue> value = makeSized<NSValue>(size + type.size() + 1);
+  auto* place = reinterpret_cast<char*>(value.get() + 1);
   if (size) std::memcpy(place, bytes, size);
   std::memcpy(place + size, type.data(), type.size());
   place[size + type.size()] = '\0';
-  contents->bytes_ = place;
-  contents->encoding_ = place + size;
+  value->bytes_ = place;
+  value->encoding_ = place + size;
+  return value;
+}
+
+Ref<NSValue> NSValue::initWithBytes_objCType_ofClass(const void* bytes, const char* text, Class* cls) {
+  if (cls->isSubclassOfClass(NSNumber::classObject())) {
+    return NSNumber::initWithBytes_objCType_ofClass(bytes, text, cls);
+  }
+  const std::string_view type = checkedType(text, cls);
+  const size_t size = detail::sizeOfType(type);
+  if (size && !bytes) detail::raiseNilArgument(cls, "initWithBytes:objCType:");
+  Ref<NSValue> contents = detail::makeValue(bytes, size, type);
   if (cls == NSValue::classObject()) return contents;
   Ref<NSValue> value = create<NSValue>(cls);  // of a size unknown here: nothing can stand behind it
   value->bytes_ = contents->bytes_;
@@ -83,16 +92,7 @@ Ref<NSValue> NSValue::filled(const void* bytes, std::string_view type, Class* cl
   return value;
 }
 
-Ref<NSValue> NSValue::initWithBytes_objCType_ofClass(const void* bytes, const char* type, Class* cls) {
-  if (cls->isSubclassOfClass(NSNumber::classObject())) {
-    return NSNumber::initWithBytes_objCType_ofClass(bytes, type, cls);
-  }
-  return filled(bytes, checkedType(type, cls), cls);
-}
-
-Ref<NSValue> detail::makeValue(const void* bytes, std::string_view type) {
-  return NSValue::filled(bytes, firstType(type).type, NSValue::classObject());
-}
+size_t NSValue::size() const { return bytes_ ? static_cast<size_t>(encoding_ - static_cast<const char*>(bytes_)) : 0; }
 
 Ref<NSValue> NSValue::valueWithBytes_objCType_ofClass(const void* bytes, const char* type, Class* cls) {
   return withBytes(bytes, type, cls);
@@ -117,13 +117,13 @@ Ref<NSValue> NSValue::valueWithNonretainedObject_ofClass(const NSObject* object,
 }
 
 void NSValue::getValue(void* buffer) const {
-  const size_t size = detail::sizeOfType(encoding_);
+  const size_t size = this->size();
   if (size && !buffer) detail::raiseNilArgument(this, "getValue:");
   if (size) std::memcpy(buffer, bytes_, size);
 }
 
 void NSValue::getValue_size(void* buffer, uint64_t size) const {
-  const size_t own = detail::sizeOfType(encoding_);
+  const size_t own = this->size();
   if (size != own) {
     raise(NSInvalidArgumentException, detail::methodName(this, "getValue:size:") + ": cannot get a value of " +
                                           std::to_string(own) + " bytes with size " + std::to_string(size));
@@ -138,7 +138,7 @@ void NSValue::refuse(std::string_view wanted) const {
 }
 
 void NSValue::copyAs(std::string_view type, size_t size, void* out) const {
-  if (type != encoding_ || detail::sizeOfType(type) != size) refuse(type);
+  if (type != encoding_ || size != this->size()) refuse(type);
   getValue(out);
 }
 
@@ -158,13 +158,12 @@ bool NSValue::isEqual(const NSObject* object) const {
   if (this == object) return true;
   const auto* other = as<NSValue>(object);
   if (!other || as<NSNumber>(other) || std::strcmp(encoding_, other->encoding_) != 0) return false;
-  const size_t size = detail::sizeOfType(encoding_);
+  const size_t size = this->size();
   return size == 0 || std::memcmp(bytes_, other->bytes_, size) == 0;
 }
 
 uint64_t NSValue::hash() const {
-  const size_t size = detail::sizeOfType(encoding_);
-  return detail::hashOf({static_cast<const char*>(bytes_), size}, detail::hashOf(encoding_));
+  return detail::hashOf({static_cast<const char*>(bytes_), size()}, detail::hashOf(encoding_));
 }
 
 namespace {
@@ -191,7 +190,7 @@ Ref<NSString> NSValue::description() const {
     return "NSPoint: "_ns->stringByAppendingString(NSStringFromPoint(pointValue()));
   if (type == StructEncoding<CGSize>::text)
     return "NSSize: "_ns->stringByAppendingString(NSStringFromSize(sizeValue()));
-  const size_t size = detail::sizeOfType(type);
+  const size_t size = this->size();
   return NSString::stringWithUTF8("{length = " + std::to_string(size) + ", bytes = 0x" + hexadecimal(bytes_, size) +
                                   "}");
 }

@@ -10,8 +10,8 @@ namespace quoll::inline v1 {
 
 class NSValue;
 namespace detail {
-/// Of the first type in a list of encodings.
-QF_EXPORT Ref<NSValue> makeValue(const void* bytes, std::string_view types);
+/// A value of a type that is known to be well-formed, and of its size.
+QF_EXPORT Ref<NSValue> makeValue(const void* bytes, size_t size, std::string_view type);
 }  // namespace detail
 
 /// A plain C value as an object: its bytes and the encoding of its type.
@@ -54,7 +54,7 @@ class QF_EXPORT NSValue : public NSObject {
   }
   /// Any registered struct.
   template <detail::RegisteredStruct S> static Ref<NSValue> valueOf(const S& plain) {
-    return initWithBytes_objCType(&plain, StructEncoding<S>::text);
+    return detail::makeValue(&plain, sizeof plain, StructEncoding<S>::text);
   }
 
   static Ref<NSValue> valueWithBytes_objCType_ofClass(const void* bytes, const char* type, Class* cls);
@@ -104,9 +104,9 @@ class QF_EXPORT NSValue : public NSObject {
   };
 
  private:
-  friend Ref<NSValue> detail::makeValue(const void* bytes, std::string_view types);
+  friend Ref<NSValue> detail::makeValue(const void* bytes, size_t size, std::string_view type);
   static Ref<NSValue> withBytes(const void* bytes, const char* type, Class* cls);
-  static Ref<NSValue> filled(const void* bytes, std::string_view type, Class* cls);
+  virtual size_t size() const;  // the encoding stands directly behind the bytes
   void copyAs(std::string_view type, size_t size, void* out) const;
   [[noreturn]] void refuse(std::string_view wanted) const;
 };
