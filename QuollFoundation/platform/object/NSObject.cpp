@@ -18,6 +18,12 @@ class Placeholder : public NSObject {
  public:
   explicit Placeholder(Class* c) : cls(c) {}
   Class* const cls;
+  /// In the name of the class that is to be made.
+  void doesNotRecognizeSelector(Selector selector) const override {
+    raise(NSInvalidArgumentException, "-[" + std::string(cls->name()) + " " + std::string(selector.name()) +
+                                          "]: unrecognized selector sent to what alloc gives, " +
+                                          plainDescription(this));
+  }
 
  private:
   Dispatch dispatch() const override { return {cls->instanceTable(), false, true}; }
