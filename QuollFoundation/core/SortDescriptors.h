@@ -5,7 +5,8 @@
 
 /// Sort descriptors in one call. Additions to NSSortDescriptor.
 ///
-///     Ref<NSArray> sorted = people->sortedArrayUsingDescriptors({sortDescriptorWithKey_ascending("name"_ns, true)});
+///     auto byName = sortDescriptorWithKey_ascending("name"_ns, true);
+///     Ref<NSArray> sorted = people->sortedArrayUsingDescriptors(NSArray::arrayWithObject(byName));
 ///
 /// Made by the class's own initialisers `initWithKey:ascending:` and `initWithKey:ascending:selector:`, so that a
 /// subclass's override runs. Threads: immutable.

@@ -4,14 +4,13 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <limits>
 #include <string_view>
 
 #include "QuollFoundation/platform/object/ClassBuilder.h"
-#include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/platform/strings/NSString.h"
 #include "QuollFoundation/platform/values/NSNumber.h"
+#include "QuollFoundation/testing.h"
 
 namespace {
 
@@ -21,7 +20,6 @@ using quoll::CGRect;
 using quoll::CGSize;
 using quoll::Class;
 using quoll::compareRangeValueLocation;
-using quoll::NSException;
 using quoll::NSMakeRange;
 using quoll::NSRange;
 using quoll::NSValue;
@@ -73,11 +71,13 @@ TEST(BoxedGeometry, GiveTheirContentsBack) {
 
 TEST(BoxedGeometry, APointIsNoSize) {
   EXPECT_FALSE(quoll::isEqual(quoll::initWithPoint({1, 2}), quoll::initWithSize({1, 2})));
-  EXPECT_THROW(static_cast<void>(quoll::initWithPoint({1, 2})->sizeValue()), NSException);
+  EXPECT_THAT([] { static_cast<void>(quoll::initWithPoint({1, 2})->sizeValue()); },
+              quoll::raises(quoll::NSInvalidArgumentException));
 }
 
 TEST(BoxedGeometry, AFinishedObjectIsNotInitialisedAgain) {
-  EXPECT_THROW(quoll::send<Ref<NSValue>>(quoll::initWithRange(range), "initWithRange:"_sel, range), NSException);
+  EXPECT_THAT([] { quoll::send<Ref<NSValue>>(quoll::initWithRange(range), "initWithRange:"_sel, range); },
+              quoll::raises(quoll::NSInvalidArgumentException));
 }
 
 /// Counts what its own initialiser made.
@@ -137,21 +137,17 @@ TEST(BoxedGeometry, RangesCompareByLocationAlone) {
   EXPECT_EQ(static_cast<int>(quoll::NSOrderedDescending), 1);
 }
 
-void expectInvalidArgument(const NSValue* receiver, const NSValue* other) {
-  try {
-    static_cast<void>(compareRangeValueLocation(receiver, other));
-    ADD_FAILURE() << "nothing was raised";
-  } catch (const NSException& e) {
-    EXPECT_TRUE(quoll::isEqual(e.name(), quoll::NSInvalidArgumentException)) << e.what();
-  }
-}
-
 TEST(BoxedGeometry, OnlyRangesAreCompared) {
-  const Ref<NSValue> boxed = NSValue::valueWithRange(range);
-  expectInvalidArgument(boxed, nullptr);
-  expectInvalidArgument(boxed, NSValue::valueWithPoint(point));
-  expectInvalidArgument(NSValue::valueWithPoint(point), boxed);
-  expectInvalidArgument(boxed, quoll::NSNumber::numberWithInt(3));
+  const auto comparing = [](Ref<NSValue> receiver, Ref<NSValue> other) {
+    return [=] { static_cast<void>(compareRangeValueLocation(receiver, other)); };
+  };
+  const Ref<NSValue> boxed = NSValue::valueWithRange(range), other = NSValue::valueWithPoint(point);
+  const auto refused = quoll::raises(quoll::NSInvalidArgumentException, "{_NSRange=QQ}");
+  EXPECT_THAT(comparing(boxed, nullptr),
+              quoll::raises(quoll::NSInvalidArgumentException, "-[NSValue compareRangeValueLocation:]: nil argument"));
+  EXPECT_THAT(comparing(boxed, other), refused);
+  EXPECT_THAT(comparing(other, boxed), refused);
+  EXPECT_THAT(comparing(boxed, quoll::NSNumber::numberWithInt(3)), refused);
 }
 
 TEST(BoxedGeometry, ANullReceiverComparesTheSame) {

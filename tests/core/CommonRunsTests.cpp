@@ -9,8 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "QuollFoundation/platform/object/NSException.h"
-#include "QuollFoundation/platform/strings/NSString.h"
+#include "QuollFoundation/testing.h"
 
 namespace {
 
@@ -122,14 +121,11 @@ TEST(CommonRuns, IndicesWrapAroundTheLargest) {
 }
 
 TEST(CommonRuns, ANullComparatorRaises) {
-  for (const auto function : {&QFArrayLengthOfCommonPrefix, &QFArrayLengthOfCommonSuffix}) {
-    try {
-      function(nullptr, 0, 1, nullptr, 0, 1, nullptr, nullptr);
-      ADD_FAILURE() << "nothing was raised";
-    } catch (const quoll::NSException& e) {
-      EXPECT_TRUE(quoll::isEqual(e.name(), quoll::NSInvalidArgumentException)) << e.what();
-    }
-  }
+  const auto message = [](const char* name) { return std::string(name) + ": the comparator cannot be null"; };
+  EXPECT_THAT([] { QFArrayLengthOfCommonPrefix(nullptr, 0, 1, nullptr, 0, 1, nullptr, nullptr); },
+              quoll::raises(quoll::NSInvalidArgumentException, message("QFArrayLengthOfCommonPrefix")));
+  EXPECT_THAT([] { QFArrayLengthOfCommonSuffix(nullptr, 0, 1, nullptr, 0, 1, nullptr, nullptr); },
+              quoll::raises(quoll::NSInvalidArgumentException, message("QFArrayLengthOfCommonSuffix")));
 }
 
 TEST(CommonRuns, AnExceptionOfTheComparatorReachesTheCaller) {

@@ -4,12 +4,12 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <string>
 #include <vector>
 
 #include "QuollFoundation/platform/object/ClassBuilder.h"
-#include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
-#include "QuollFoundation/platform/strings/NSString.h"
+#include "QuollFoundation/testing.h"
 
 namespace {
 
@@ -25,15 +25,6 @@ Indices indicesOf(const NSIndexPath* path) {
   Indices indices;
   for (uint64_t i = 0; i < path->length(); ++i) indices.push_back(path->indexAtPosition(i));
   return indices;
-}
-
-template <class F> void expectRangeException(F f) {
-  try {
-    f();
-    ADD_FAILURE() << "nothing was raised";
-  } catch (const NSException& e) {
-    EXPECT_TRUE(isEqual(e.name(), NSRangeException)) << e.what();
-  }
 }
 
 TEST(IndexPaths, TheEmptyPathHasNoIndices) {
@@ -66,7 +57,8 @@ TEST(IndexPaths, IncrementingChangesTheLastIndexAlone) {
 }
 
 TEST(IndexPaths, IncrementingAnEmptyPathRaises) {
-  expectRangeException([] { static_cast<void>(indexPathByIncrementingLastIndex(indexPath())); });
+  EXPECT_THAT([] { static_cast<void>(indexPathByIncrementingLastIndex(indexPath())); },
+              raises(NSRangeException, "-[NSIndexPath indexPathByIncrementingLastIndex]"));
 }
 
 TEST(IndexPaths, ReplacingChangesOneIndex) {
@@ -85,11 +77,13 @@ TEST(IndexPaths, ReplacingChangesOneIndex) {
 }
 
 TEST(IndexPaths, ReplacingPastTheEndRaises) {
+  const std::string method = "-[NSIndexPath indexPathByReplacingIndexAtPosition:withIndex:]: index ";
   for (const uint64_t position : {uint64_t{2}, uint64_t{NSNotFound}, UINT64_MAX}) {
-    expectRangeException(
-        [=] { static_cast<void>(indexPathByReplacingIndexAtPosition_withIndex(pathOf({1, 4}), position, 0)); });
+    EXPECT_THAT([=] { static_cast<void>(indexPathByReplacingIndexAtPosition_withIndex(pathOf({1, 4}), position, 0)); },
+                raises(NSRangeException, method + std::to_string(position) + " beyond bounds [0 .. 1]"));
   }
-  expectRangeException([] { static_cast<void>(indexPathByReplacingIndexAtPosition_withIndex(indexPath(), 0, 0)); });
+  EXPECT_THAT([] { static_cast<void>(indexPathByReplacingIndexAtPosition_withIndex(indexPath(), 0, 0)); },
+              raises(NSRangeException, method + "0"));
 }
 
 TEST(IndexPaths, ANullReceiverAnswersZeroOrNull) {

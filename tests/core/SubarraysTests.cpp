@@ -9,8 +9,8 @@
 
 #include "QuollFoundation/core/ValueCallbacks.h"
 #include "QuollFoundation/platform/collections/NSMutableArray.h"
-#include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/strings/NSString.h"
+#include "QuollFoundation/testing.h"
 
 namespace {
 
@@ -64,42 +64,36 @@ TEST(Subarrays, TakeEveryOtherElementAwayFromTheSecondLocationOn) {
   }
 }
 
-void expectRaised(NSString* name, CFArrayRef array, CFIndex location, CFIndex length) {
-  SCOPED_TRACE(std::to_string(location) + ", " + std::to_string(length));
-  try {
-    static_cast<void>(QFArrayCreateSubarrayWithRange(nullptr, array, location, length));
-    ADD_FAILURE() << "nothing was raised";
-  } catch (const NSException& e) {
-    EXPECT_TRUE(isEqual(e.name(), name)) << e.what();
-  }
+auto subarrayOf(CFArrayRef array, CFIndex location, CFIndex length) {
+  return [=] { static_cast<void>(QFArrayCreateSubarrayWithRange(nullptr, array, location, length)); };
 }
 
 TEST(Subarrays, RemovalsPastTheShrinkingArrayRaise) {
-  const Ref<NSArray> array = arrayOf("abcd");
+  const Ref<NSArray> array = arrayOf("abcd"), empty = arrayOf("");
   EXPECT_EQ(subarray("abcd", 2, 1), "b");
-  expectRaised(NSRangeException, array, 2, 0);
-  expectRaised(NSRangeException, array, 3, 1);
-  expectRaised(NSRangeException, array, 3, 100);
-  expectRaised(NSRangeException, array, 4, 0);
-  expectRaised(NSRangeException, array, INT64_MAX, INT64_MAX);
-  expectRaised(NSRangeException, arrayOf(""), 1, 0);
+  EXPECT_THAT(subarrayOf(array, 2, 0), raises(NSRangeException, "removal at index 1 for location 2"));
+  EXPECT_THAT(subarrayOf(array, 3, 1), raises(NSRangeException, "removal at index 2 for location 3"));
+  EXPECT_THAT(subarrayOf(array, 3, 100), raises(NSRangeException, "beyond the 2 elements that are left of 4"));
+  EXPECT_THAT(subarrayOf(array, 4, 0), raises(NSRangeException, "QFArrayCreateSubarrayWithRange: "));
+  EXPECT_THAT(subarrayOf(array, INT64_MAX, INT64_MAX), raises(NSRangeException));
+  EXPECT_THAT(subarrayOf(empty, 1, 0), raises(NSRangeException));
 }
 
 TEST(Subarrays, NegativePartsRaise) {
   const Ref<NSArray> array = arrayOf("abcd");
-  expectRaised(NSRangeException, array, -1, 2);
-  expectRaised(NSRangeException, array, 1, -1);
-  expectRaised(NSRangeException, array, INT64_MIN, INT64_MIN);
+  EXPECT_THAT(subarrayOf(array, -1, 2), raises(NSRangeException, "location -1 and length 2 cannot be negative"));
+  EXPECT_THAT(subarrayOf(array, 1, -1), raises(NSRangeException, "location 1 and length -1 cannot be negative"));
+  EXPECT_THAT(subarrayOf(array, INT64_MIN, INT64_MIN), raises(NSRangeException));
 }
 
-TEST(Subarrays, ANullArrayRaises) { expectRaised(NSInvalidArgumentException, nullptr, 0, 0); }
+TEST(Subarrays, ANullArrayRaises) { EXPECT_THAT(subarrayOf(nullptr, 0, 0), raises(NSInvalidArgumentException)); }
 
 TEST(Subarrays, AreImmutableCopiesThatLeaveTheArrayAlone) {
   const Ref<NSMutableArray> array = arrayOf("abcde");
   const Ref<CFArray> part = QFArrayCreateSubarrayWithRange(nullptr, array, 2, 3);
   EXPECT_EQ(lettersOf(array), "abcde");
   EXPECT_EQ(as<NSMutableArray>(part.get()), nullptr);
-  EXPECT_THROW(CFArrayAppendValue(part, "x"_ns), NSException);
+  EXPECT_THAT([&] { CFArrayAppendValue(part, "x"_ns); }, raises(NSInvalidArgumentException));
   array->removeAllObjects();
   EXPECT_EQ(lettersOf(part), "bde");
 }

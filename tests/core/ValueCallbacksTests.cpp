@@ -12,8 +12,8 @@
 
 #include "QuollFoundation/platform/collections/CFArray.h"
 #include "QuollFoundation/platform/collections/CFDictionary.h"
-#include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/strings/NSString.h"
+#include "QuollFoundation/testing.h"
 
 namespace {
 
@@ -111,12 +111,8 @@ TEST(ValueCallbacks, NullIsNoValue) {
   for (const Set& set : sets) {
     SCOPED_TRACE(set.name);
     const std::vector<unsigned char> value(set.cellSize, 0);
-    try {
-      set.callbacks.retain(nullptr, nullptr);
-      ADD_FAILURE() << "nothing was raised";
-    } catch (const NSException& e) {
-      EXPECT_TRUE(isEqual(e.name(), NSInvalidArgumentException)) << e.what();
-    }
+    EXPECT_THAT([&] { set.callbacks.retain(nullptr, nullptr); },
+                raises(NSInvalidArgumentException, "Retain: the address of the value is null"));
     EXPECT_FALSE(set.callbacks.equal(nullptr, value.data()));
     EXPECT_FALSE(set.callbacks.equal(value.data(), nullptr));
     EXPECT_EQ(set.callbacks.copyDescription(nullptr), nullptr);

@@ -10,9 +10,9 @@
 
 #include "QuollFoundation/core/StructPointerFunctions.h"
 #include "QuollFoundation/platform/object/ClassBuilder.h"
-#include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/platform/strings/NSString.h"
+#include "QuollFoundation/testing.h"
 
 namespace {
 
@@ -97,23 +97,15 @@ TEST(ValuePointerArrays, CopyTheStructsWithTheArray) {
   EXPECT_EQ(rangeAtIndex(array, 0), range);
 }
 
-template <class F> void expectRaised(NSString* name, F f) {
-  try {
-    f();
-    ADD_FAILURE() << "nothing was raised";
-  } catch (const NSException& e) {
-    EXPECT_TRUE(isEqual(e.name(), name)) << e.what();
-  }
-}
-
 TEST(ValuePointerArrays, IndicesPastTheEndRaise) {
   const Ref<NSPointerArray> ranges = rangePointerArray(), rects = rectPointerArray();
   addRange(ranges, range);
   for (const uint64_t index : {uint64_t{1}, uint64_t{NSNotFound}, UINT64_MAX}) {
-    expectRaised(NSRangeException, [&] { static_cast<void>(rangeAtIndex(ranges, index)); });
-    expectRaised(NSRangeException, [&] { static_cast<void>(pointAtIndex(ranges, index)); });
-    expectRaised(NSRangeException, [&] { static_cast<void>(sizeAtIndex(ranges, index)); });
-    expectRaised(NSRangeException, [&] { static_cast<void>(rectAtIndex(rects, index)); });
+    const std::string named = "AtIndex:]: index " + std::to_string(index) + " beyond bounds ";
+    EXPECT_THAT([&] { static_cast<void>(rangeAtIndex(ranges, index)); }, raises(NSRangeException, "range" + named));
+    EXPECT_THAT([&] { static_cast<void>(pointAtIndex(ranges, index)); }, raises(NSRangeException, "point" + named));
+    EXPECT_THAT([&] { static_cast<void>(sizeAtIndex(ranges, index)); }, raises(NSRangeException, "size" + named));
+    EXPECT_THAT([&] { static_cast<void>(rectAtIndex(rects, index)); }, raises(NSRangeException, "rect" + named));
   }
 }
 
@@ -123,22 +115,40 @@ TEST(ValuePointerArrays, ArraysOfOtherElementsRaise) {
   addRange(ranges, range);
   addRect(rects, rect);
   objects->addPointer("an object"_ns);
-  expectRaised(NSInvalidArgumentException, [&] { addRect(ranges, rect); });
-  expectRaised(NSInvalidArgumentException, [&] { addRange(rects, range); });
-  expectRaised(NSInvalidArgumentException, [&] { addRange(objects, range); });
-  expectRaised(NSInvalidArgumentException, [&] { static_cast<void>(rectAtIndex(ranges, 0)); });
-  expectRaised(NSInvalidArgumentException, [&] { static_cast<void>(rangeAtIndex(rects, 0)); });
-  expectRaised(NSInvalidArgumentException, [&] { static_cast<void>(rangeAtIndex(objects, 0)); });
-  expectRaised(NSInvalidArgumentException, [&] { static_cast<void>(rangesDescription(objects)); });
+  const auto refused = [](const char* selector, int bytes) {
+    return raises(NSInvalidArgumentException, "-[NSPointerArray " + std::string(selector) +
+                                                  "]: the elements are no copied structs of " + std::to_string(bytes) +
+                                                  " bytes");
+  };
+  EXPECT_THAT([&] { addRect(ranges, rect); }, refused("addRect:", 32));
+  EXPECT_THAT([&] { addRange(rects, range); }, refused("addRange:", 16));
+  EXPECT_THAT([&] { addRange(objects, range); }, refused("addRange:", 16));
+  EXPECT_THAT([&] { addPoint(objects, point); }, refused("addPoint:", 16));
+  EXPECT_THAT([&] { addSize(rects, size); }, refused("addSize:", 16));
+  EXPECT_THAT([&] { static_cast<void>(rectAtIndex(ranges, 0)); }, refused("rectAtIndex:", 32));
+  EXPECT_THAT([&] { static_cast<void>(rangeAtIndex(rects, 0)); }, refused("rangeAtIndex:", 16));
+  EXPECT_THAT([&] { static_cast<void>(rangeAtIndex(objects, 0)); }, refused("rangeAtIndex:", 16));
+  EXPECT_THAT([&] { static_cast<void>(rangesDescription(objects)); }, refused("rangesDescription", 16));
   EXPECT_EQ(ranges->count(), 1u);
   EXPECT_EQ(rects->count(), 1u);
+}
+
+TEST(ValuePointerArrays, AnArrayThatKeepsAddressesRefusesValues) {
+  const Ref<NSPointerFunctions> functions =
+      NSPointerFunctions::initWithOptions(NSPointerFunctionsOpaqueMemory | NSPointerFunctionsStructPersonality);
+  functions->setSizeFunction(&_QFPointerFunctionsNSRangeStructSize);
+  const Ref<NSPointerArray> array = NSPointerArray::initWithPointerFunctions(functions);
+  EXPECT_THAT([&] { addRange(array, range); }, raises(NSInvalidArgumentException, "no copied structs"));
+  EXPECT_EQ(array->count(), 0u);
 }
 
 TEST(ValuePointerArrays, ANullElementRaises) {
   const Ref<NSPointerArray> array = rangePointerArray();
   array->addPointer(nullptr);
-  expectRaised(NSInvalidArgumentException, [&] { static_cast<void>(rangeAtIndex(array, 0)); });
-  expectRaised(NSInvalidArgumentException, [&] { static_cast<void>(rangesDescription(array)); });
+  EXPECT_THAT([&] { static_cast<void>(rangeAtIndex(array, 0)); },
+              raises(NSInvalidArgumentException, "-[NSPointerArray rangeAtIndex:]: the element at index 0 is null"));
+  EXPECT_THAT([&] { static_cast<void>(rangesDescription(array)); },
+              raises(NSInvalidArgumentException, "the element at index 0 is null"));
 }
 
 TEST(ValuePointerArrays, NullReceiversAnswerZeroAndDoNothing) {
