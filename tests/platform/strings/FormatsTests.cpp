@@ -233,8 +233,8 @@ TEST(Formats, LongNumbersAreWhole) {
   EXPECT_EQ(NSString::stringWithFormat("%.1000d"_ns, 1)->length(), 1000u);
 }
 
-/// A locale that writes 1.234,5, whatever is installed: a compiled LC_NUMERIC in a folder of our own.
-locale_t localeWithComma() {
+/// Makes the program write 1.234,5, whatever is installed: by a compiled LC_NUMERIC in a folder of our own.
+bool setDecimalComma() {
   using namespace std::string_view_literals;
   constexpr std::string_view numeric =
       "\x14\x11\x03\x20\x06\0\0\0\x20\0\0\0\x22\0\0\0\x24\0\0\0\x28\0\0\0\x2C\0\0\0\x30\0\0\0"
@@ -244,23 +244,28 @@ locale_t localeWithComma() {
   std::filesystem::create_directories(folder / "comma");
   std::ofstream(folder / "comma" / "LC_NUMERIC", std::ios::binary) << numeric;
   setenv("LOCPATH", folder.c_str(), 1);
-  const locale_t locale = newlocale(LC_NUMERIC_MASK, "comma", nullptr);
+  const bool done = setlocale(LC_NUMERIC, "comma") != nullptr;
   unsetenv("LOCPATH");
   std::filesystem::remove_all(folder);
-  return locale;
+  return done;
 }
 
-TEST(Formats, TheProgramsLocaleChangesNothing) {
-  const locale_t comma = localeWithComma();
-  ASSERT_NE(comma, nullptr);
+TEST(Formats, TheLocaleOfProgramAndThreadChangesNothing) {
+  const auto ours = [] { return NSString::stringWithFormat("%.1f %'d %'.1f %d"_ns, 1234.5, 1234567, 1234.5, 1234); };
+  const auto theirs = [] {
+    char text[20];
+    std::snprintf(text, sizeof text, "%.1f", 1234.5);
+    return std::string(text);
+  };
+  ASSERT_TRUE(setDecimalComma());
+  const locale_t comma = duplocale(LC_GLOBAL_LOCALE);
+  EXPECT_EQ(theirs(), "1234,5");
+  EXPECT_THAT(ours(), equals("1234.5 1234567 1234.5 1234"));
+  setlocale(LC_NUMERIC, "C");
   const locale_t before = uselocale(comma);
-  char withComma[20];
-  std::snprintf(withComma, sizeof withComma, "%.1f", 1234.5);
-  const Ref<NSString> ours = NSString::stringWithFormat("%.1f %'d %'.1f %d"_ns, 1234.5, 1234567, 1234.5, 1234);
-  const locale_t during = uselocale(before);
-  EXPECT_STREQ(withComma, "1234,5");
-  EXPECT_THAT(ours, equals("1234.5 1234567 1234.5 1234"));
-  EXPECT_EQ(during, comma) << "the thread's locale is put back";
+  EXPECT_EQ(theirs(), "1234,5");
+  EXPECT_THAT(ours(), equals("1234.5 1234567 1234.5 1234"));
+  EXPECT_EQ(uselocale(before), comma) << "the thread's locale is put back";
   freelocale(comma);
 }
 
