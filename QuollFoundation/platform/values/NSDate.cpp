@@ -47,7 +47,7 @@ namespace {
 constexpr std::chrono::seconds reference{static_cast<int64_t>(NSTimeIntervalSince1970)};
 
 NSTimeInterval sinceReference(system_clock::time_point point) {
-  const auto whole = std::chrono::floor<std::chrono::seconds>(point.time_since_epoch());
+  const auto whole = std::chrono::duration_cast<std::chrono::seconds>(point.time_since_epoch());
   const std::chrono::duration<double> rest = point.time_since_epoch() - whole;
   return static_cast<double>((whole - reference).count()) + rest.count();
 }
