@@ -32,13 +32,13 @@ template <class T> class Ref {
  public:
   constexpr Ref() = default;
   constexpr Ref(std::nullptr_t) {}
-  Ref(T* object) : object_(object) {
+  Ref(T* object) noexcept : object_(object) {
     if (object) detail::Counts::retain(object);
   }
-  Ref(const Ref& other) : Ref(other.object_) {}
+  Ref(const Ref& other) noexcept : Ref(other.object_) {}
   constexpr Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   template <class U> requires std::convertible_to<U*, T*>
-  Ref(const Ref<U>& other) : Ref(other.get()) {}
+  Ref(const Ref<U>& other) noexcept : Ref(other.get()) {}
   template <class U> requires std::convertible_to<U*, T*>
   Ref(Ref<U>&& other) noexcept : object_(other.detach()) {}
   ~Ref() {

@@ -14,7 +14,8 @@ bool detail::mayReadAsKey(const Method& method) {
   if (method.isProperty) return true;
   if (!implementation.constReceiver || !method.isKey) return false;
   const std::string_view name = method.selector.name();
-  for (const std::string_view family : {"init", "copy", "mutableCopy", "new", "create"}) {
+  static constexpr std::string_view families[] = {"init", "copy", "mutableCopy", "new", "create"};
+  for (const std::string_view family : families) {
     if (name.starts_with(family)) return false;
   }
   return true;
@@ -37,6 +38,7 @@ std::vector<GroupRecord> knownGroups() {
 
 std::vector<MethodDescription> methodsOf(const Class* cls) {
   std::vector<MethodDescription> result;
+  if (!cls) return result;
   for (const Method& method : cls->ownMethods()) result.push_back(describe(method, nullptr));
   for (const GroupRecord& group : knownGroups()) {
     if (group.target() != cls) continue;

@@ -18,6 +18,7 @@ struct MethodDescription {
 };
 
 /// What the class itself declares, inherited methods left out: its own first, then group by group.
+/// Nothing for null.
 QF_EXPORT std::vector<MethodDescription> methodsOf(const Class* cls);
 
 /// The keys that key-value coding can read from instances, sorted; inherited ones included.

@@ -16,14 +16,14 @@ template <class T> class Weak {
  public:
   constexpr Weak() = default;
   constexpr Weak(std::nullptr_t) {}
-  Weak(T* object) : object_(object) {
+  Weak(T* object) noexcept : object_(object) {
     if (object) detail::Counts::retainWeak(object);
   }
   template <class U> requires std::convertible_to<U*, T*>
-  Weak(const Ref<U>& object) : Weak(object.get()) {}
+  Weak(const Ref<U>& object) noexcept : Weak(object.get()) {}
   template <class U> requires std::convertible_to<U*, T*>
-  Weak(const Weak<U>& other) : Weak(other.object_) {}
-  Weak(const Weak& other) : Weak(other.object_) {}
+  Weak(const Weak<U>& other) noexcept : Weak(other.object_) {}
+  Weak(const Weak& other) noexcept : Weak(other.object_) {}
   Weak(Weak&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   ~Weak() {
     if (object_) detail::Counts::releaseWeak(object_);
