@@ -24,6 +24,13 @@ static_assert(QFStructPointerFunctionsOptions == 0x10403);
 static_assert(QFStructPointerFunctionsOptions ==
               (NSPointerFunctionsCopyIn | NSPointerFunctionsStructPersonality | NSPointerFunctionsMallocMemory));
 
+TEST(StructPointerFunctions, HaveTheOptionsOfCopiedStructs) {
+  for (const Ref<NSPointerFunctions>& functions : {pointerFunctionsForNSRange(), pointerFunctionsForCGRect(),
+                                                   pointerFunctionsForCGPoint(), pointerFunctionsForCGSize()}) {
+    EXPECT_EQ(functions->options(), 66563u);
+  }
+}
+
 TEST(StructPointerFunctions, SizesAreThoseOfTheStructs) {
   EXPECT_EQ(_QFPointerFunctionsNSRangeStructSize(nullptr), 16u);
   EXPECT_EQ(_QFPointerFunctionsCGRectStructSize(nullptr), 32u);

@@ -253,17 +253,28 @@ TEST(ValuePointerArrays, DescribeTheirRangesLineByLine) {
   EXPECT_EQ(rangesDescription(one)->utf8(), "1 ranges\n{18446744073709551615, 18446744073709551615}");
 }
 
+/// Counts what its own initialiser made.
 class Outline : public NSPointerArray {
   QF_CLASS(Outline, NSPointerArray)
+ public:
+  static Ref<NSPointerArray> initWithPointerFunctions_ofClass(const NSPointerFunctions* functions, Class* cls) {
+    ++initialised;
+    return NSPointerArray::initWithPointerFunctions_ofClass(functions, cls);
+  }
+  static inline int initialised = 0;
+
  protected:
   Outline() = default;
 };
 Class* Outline::classObject() {
-  static Class* const cls = ClassBuilder<Outline>("Outline").build();
+  static Class* const cls =
+      ClassBuilder<Outline>("Outline")
+          .initializer<&Outline::initWithPointerFunctions_ofClass>("initWithPointerFunctions:"_sel)
+          .build();
   return cls;
 }
 
-TEST(ValuePointerArrays, AreOfTheClassThatIsAsked) {
+TEST(ValuePointerArrays, AreMadeByTheInitialiserOfTheClassThatIsAsked) {
   const Ref<Outline> outline = pointPointerArray<Outline>();
   addPoint(outline, point);
   EXPECT_EQ(pointAtIndex(outline, 0), point);
@@ -271,6 +282,7 @@ TEST(ValuePointerArrays, AreOfTheClassThatIsAsked) {
   EXPECT_NE(as<Outline>(send<Ref<NSPointerArray>>(Outline::classObject(), "rangePointerArray"_sel)), nullptr);
   EXPECT_NE(as<Outline>(sizePointerArray_ofClass(Outline::classObject())), nullptr);
   EXPECT_EQ(rectPointerArray<Outline>()->isa(), Outline::classObject());
+  EXPECT_EQ(Outline::initialised, 4);
 }
 
 RC_GTEST_PROP(ValuePointerArrays, GiveBackAnyRanges, (const std::vector<std::pair<uint64_t, uint64_t>>& pairs)) {

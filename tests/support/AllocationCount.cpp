@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "AllocationCount.h"
+#include "tests/support/AllocationCount.h"
 
 #include <cstdlib>
 #include <new>

@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "AllocationCount.h"
 #include "QuollFoundation/core/Ranges.h"
 #include "QuollFoundation/core/ValuePointerArrays.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/testing.h"
+#include "tests/support/AllocationCount.h"
 
 using namespace quoll;
 using testing::ElementsAre;

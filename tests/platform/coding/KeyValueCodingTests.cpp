@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "AllocationCount.h"
+#include "tests/support/AllocationCount.h"
 #include "QuollFoundation/platform/object/ClassBuilder.h"
 #include "QuollFoundation/platform/object/NSProxy.h"
 #include "QuollFoundation/platform/object/Reflection.h"

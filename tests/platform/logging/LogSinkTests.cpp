@@ -170,6 +170,9 @@ TEST(LogSink, ThatRaisedIsCalledAgain) {
 }
 
 TEST(LogSink, IsLetGoWhenReplaced) {
+  {
+    const WithSink touched([](const LogRecord*) {});
+  }  // the default sink is made when first asked for
   const LeakGuard guard;
   const Ref<NSString> held = "held"_ns->mutableCopy()->copy();
   const WithSink sink([held](const LogRecord*) {});

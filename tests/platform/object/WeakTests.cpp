@@ -122,7 +122,9 @@ TEST(Weak, LockRacesSafelyWithTheLastRelease) {
       threads.emplace_back([&] {
         ++ready;
         for (int turn = 0; turn < 100; ++turn) {
-          if (const Ref<Node> still = weak.lock()) EXPECT_TRUE(still->next == nullptr);
+          if (const Ref<Node> still = weak.lock()) {
+            EXPECT_TRUE(still->next == nullptr);
+          }
         }
       });
     }
