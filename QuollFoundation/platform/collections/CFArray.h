@@ -55,6 +55,7 @@ class QF_EXPORT CFArray : public NSObject {
 using CFArrayRef = const CFArray*;
 using CFMutableArrayRef = CFArray*;
 
+/// New, with the values given, or empty and changeable; null callbacks keep plain addresses. The capacity is a hint.
 QF_EXPORT Ref<CFArray> CFArrayCreate(CFAllocatorRef allocator, const void** values, CFIndex count,
                                      const CFArrayCallBacks* callBacks);
 QF_EXPORT Ref<CFArray> CFArrayCreateMutable(CFAllocatorRef allocator, CFIndex capacity,
@@ -63,7 +64,7 @@ QF_EXPORT Ref<CFArray> CFArrayCreateMutable(CFAllocatorRef allocator, CFIndex ca
 QF_EXPORT Ref<CFArray> CFArrayCreateCopy(CFAllocatorRef allocator, CFArrayRef array);
 QF_EXPORT Ref<CFArray> CFArrayCreateMutableCopy(CFAllocatorRef allocator, CFIndex capacity, CFArrayRef array);
 
-// Reading. Null answers 0, false or null; an index or range past the end raises NSRangeException.
+/// Reading. Null answers 0, false or null; an index or range past the end raises NSRangeException.
 QF_EXPORT CFIndex CFArrayGetCount(CFArrayRef array);
 QF_EXPORT const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
 QF_EXPORT void CFArrayGetValues(CFArrayRef array, CFRange range, const void** values);
@@ -74,7 +75,7 @@ QF_EXPORT CFIndex CFArrayGetLastIndexOfValue(CFArrayRef array, CFRange range, co
 QF_EXPORT void CFArrayApplyFunction(CFArrayRef array, CFRange range, void (*apply)(const void* value, void* context),
                                     void* context);
 
-// Changing. An immutable array raises NSInvalidArgumentException.
+/// Changing. An immutable array raises NSInvalidArgumentException.
 QF_EXPORT void CFArrayAppendValue(CFMutableArrayRef array, const void* value);
 QF_EXPORT void CFArrayInsertValueAtIndex(CFMutableArrayRef array, CFIndex index, const void* value);
 QF_EXPORT void CFArraySetValueAtIndex(CFMutableArrayRef array, CFIndex index, const void* value);

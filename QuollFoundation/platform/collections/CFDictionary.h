@@ -65,7 +65,7 @@ QF_EXPORT Ref<CFDictionary> CFDictionaryCreateCopy(CFAllocatorRef allocator, CFD
 QF_EXPORT Ref<CFDictionary> CFDictionaryCreateMutableCopy(CFAllocatorRef allocator, CFIndex capacity,
                                                           CFDictionaryRef dictionary);
 
-// Reading. Null answers 0, false or null.
+/// Reading. Null answers 0, false or null.
 QF_EXPORT CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary);
 QF_EXPORT CFIndex CFDictionaryGetCountOfKey(CFDictionaryRef dictionary, const void* key);  ///< 0 or 1
 QF_EXPORT CFIndex CFDictionaryGetCountOfValue(CFDictionaryRef dictionary, const void* value);
@@ -79,7 +79,7 @@ QF_EXPORT void CFDictionaryApplyFunction(CFDictionaryRef dictionary,
                                          void (*apply)(const void* key, const void* value, void* context),
                                          void* context);
 
-// Changing. An immutable dictionary raises NSInvalidArgumentException.
+/// Changing. An immutable dictionary raises NSInvalidArgumentException.
 QF_EXPORT void CFDictionaryAddValue(CFMutableDictionaryRef dictionary, const void* key,
                                     const void* value);  ///< If absent.
 QF_EXPORT void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void* key, const void* value);

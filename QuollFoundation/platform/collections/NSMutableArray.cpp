@@ -65,7 +65,7 @@ void NSMutableArray::takeItems(void** items, uint64_t count) {
 
 uint64_t NSMutableArray::countByEnumeratingWithState_objects_count(NSFastEnumerationState* state, NSObject** objects,
                                                                    uint64_t count) {
-  if (state->state > count_) objc_enumerationMutation(this);
+  state->state = std::min(state->state, count_);  // it may have become shorter
   const uint64_t given = NSArray::countByEnumeratingWithState_objects_count(state, objects, count);
   state->mutationsPtr = &mutations_;
   return given;

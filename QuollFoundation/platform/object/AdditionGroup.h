@@ -9,8 +9,9 @@
 namespace quoll::inline v1 {
 
 namespace detail {
-QF_EXPORT extern std::atomic<uint64_t> epoch;  // one more with each group registered at run time
-}
+/// One more with each group registered at run time.
+QF_EXPORT extern std::atomic<uint64_t> epoch;
+}  // namespace detail
 
 /// Operations added to an existing class, under a name of their own.
 ///

@@ -23,8 +23,9 @@ class QF_EXPORT AutoreleaseScope {
 };
 
 namespace detail {
+/// What `autorelease` calls.
 QF_EXPORT void keepUntilScopeEnds(Ref<NSObject> object);
-}
+}  // namespace detail
 
 /// Hands a reference to the innermost scope and gives the object borrowed, for interfaces that return plain pointers.
 template <class T> T* autorelease(Ref<T> object) {

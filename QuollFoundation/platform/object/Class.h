@@ -53,7 +53,8 @@ struct Dispatch {
   }
 };
 
-QF_EXPORT const Entry* findEntry(NSObject* receiver, Selector selector);  // remembers it in the selector's lines
+/// Null: unknown. Remembers what it found in the selector's lines.
+QF_EXPORT const Entry* findEntry(NSObject* receiver, Selector selector);
 
 }  // namespace detail
 

@@ -48,7 +48,8 @@ namespace detail {
 /// A method that reads and does nothing else: what key-value coding may call for a key.
 QF_EXPORT bool mayReadAsKey(const Method& method);
 
-QF_EXPORT Class* classToInitialize(NSObject* placeholder);  // raises for a finished object
+/// What the placeholder was made for; raises for a finished object.
+QF_EXPORT Class* classToInitialize(NSObject* placeholder);
 
 /// From the canonical form to the parameter's own type.
 template <class T, class C, class Where> T fromCanonical(C&& value, Where where, size_t index) {

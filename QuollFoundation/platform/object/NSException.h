@@ -37,6 +37,7 @@ class QF_EXPORT NSException : public std::exception {
 /// Throws an NSException; the reason is UTF-8.
 [[noreturn]] QF_EXPORT void raise(const NSString* name, std::string_view reason);
 
+/// The names of exceptions. Each value is the constant's name; NSUndefinedKeyException is "NSUnknownKeyException".
 QF_EXPORT extern NSString* const NSGenericException;
 QF_EXPORT extern NSString* const NSInternalInconsistencyException;
 QF_EXPORT extern NSString* const NSInvalidArgumentException;

@@ -30,9 +30,15 @@ R callDirect(AnyFunction direct, NSObject* receiver, Selector selector, const A&
   return fromCanonical<R>(Ref<NSObject>::adopt(function(receiver, toCanonical(arguments)...)), selector, 0);
 }
 
+/// How an argument goes to a function that is not inline: the address of a small one would force it into memory on the
+/// fast path too.
+template <class A> concept SmallPlain =
+    std::is_trivially_copyable_v<A> && !std::is_array_v<A> && sizeof(A) <= 2 * sizeof(void*);
+template <class A> using Passed = std::conditional_t<SmallPlain<A>, A, const A&>;
+
 /// Calls a method whose arguments fit and drops its result.
 template <class... A> bool callIgnoringResult(uint64_t key, AnyFunction direct, NSObject* receiver, Selector selector,
-                                              const A&... arguments) {
+                                              Passed<A>... arguments) {
   switch (static_cast<ResultKind>(key & 0xFF)) {
     case ResultKind::Nothing: callDirect<void>(direct, receiver, selector, arguments...); return true;
     case ResultKind::Integer: callDirect<int64_t>(direct, receiver, selector, arguments...); return true;
@@ -45,16 +51,16 @@ template <class... A> bool callIgnoringResult(uint64_t key, AnyFunction direct, 
 }
 
 template <class R, class... A> [[gnu::noinline]] R sendSlowly(NSObject* receiver, Selector selector,
-                                                              const A&... arguments) {
+                                                              Passed<A>... arguments) {
   const Entry* entry = findEntry(receiver, selector);
   if constexpr (std::is_void_v<R>) {
     if (entry && sameArguments(entry->key, signatureKey<R, A...>()) &&
-        callIgnoringResult(entry->key, entry->direct, receiver, selector, arguments...)) {
+        callIgnoringResult<A...>(entry->key, entry->direct, receiver, selector, arguments...)) {
       return;
     }
   }
   if (entry && entry->key == signatureKey<R, A...>())
-    return callDirect<R>(entry->direct, receiver, selector, arguments...);
+    return callDirect<R, A...>(entry->direct, receiver, selector, arguments...);
   std::array<Value, sizeof...(A)> values{Value::of(arguments)...};
   Value result = sendErased(receiver, selector, entry, values);
   if constexpr (CString<R>) return const_cast<R>(autoreleasedText(std::move(result), selector.name()));
@@ -87,11 +93,11 @@ template <class R = void, class... A> R send(NSObject* receiver, Selector select
     return detail::callDirect<R>(line->direct, receiver, selector, arguments...);
   if constexpr (std::is_void_v<R>) {
     if (line && detail::sameArguments(line->key, key) &&
-        detail::callIgnoringResult(line->key, line->direct, receiver, selector, arguments...)) {
+        detail::callIgnoringResult<A...>(line->key, line->direct, receiver, selector, arguments...)) {
       return;
     }
   }
-  return detail::sendSlowly<R>(receiver, selector, arguments...);
+  return detail::sendSlowly<R, A...>(receiver, selector, arguments...);
 }
 template <class R = void, class T, class... A> R send(const Ref<T>& receiver, Selector selector,
                                                       const A&... arguments) {

@@ -23,6 +23,7 @@ namespace detail {
 
 template <class T> concept PlainNumber = Integer<T> || std::floating_point<T>;
 
+/// What `box` and `unbox` call for the types they are asked for.
 QF_EXPORT Ref<NSString> boxUTF8(std::string_view text);
 QF_EXPORT int64_t unboxSigned(const NSObject* object, int64_t least, int64_t most, std::string_view wanted);
 QF_EXPORT uint64_t unboxUnsigned(const NSObject* object, uint64_t most, std::string_view wanted);

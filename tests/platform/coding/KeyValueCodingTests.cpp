@@ -6,12 +6,12 @@
 #include <map>
 #include <string>
 
-#include "tests/support/AllocationCount.h"
 #include "QuollFoundation/platform/object/ClassBuilder.h"
 #include "QuollFoundation/platform/object/NSProxy.h"
 #include "QuollFoundation/platform/object/Reflection.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/testing.h"
+#include "tests/support/AllocationCount.h"
 
 namespace {
 

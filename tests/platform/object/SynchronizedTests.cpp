@@ -30,8 +30,11 @@ TEST(Synchronized, LetsOneThreadInAtATime) {
 TEST(Synchronized, IsRecursive) {
   const Ref<Counter> counter = Counter::initWithValue(0);
   const Synchronized outer(counter);
-  const Synchronized inner(counter);
-  SUCCEED();
+  {
+    const Synchronized inner(counter);
+    counter->setValue(1);
+  }
+  EXPECT_EQ(counter->value(), 1);
 }
 
 TEST(Synchronized, KeepsOthersOutUntilTheOutermostEnds) {
@@ -72,7 +75,12 @@ TEST(Synchronized, OnNullDoesNothingAndOnAClassLocksTheClass) {
   const Synchronized none(nullptr);
   const Synchronized ofClass(Counter::classObject());
   const Synchronized ofLiteral("literal"_ns);
-  SUCCEED();
+  bool entered = false;
+  std::thread([&] {
+    const Synchronized alsoNone(nullptr);
+    entered = true;
+  }).join();
+  EXPECT_TRUE(entered);
 }
 
 TEST(Synchronized, KeepsItsObjectAlive) {
