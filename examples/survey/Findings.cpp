@@ -21,9 +21,9 @@ Terminator kindOf(const NSString* text, NSRange line, uint64_t length) {
 
 /// How many units at the end of the line are its terminator.
 uint64_t terminatorLength(const NSString* text, NSRange line) {
-  uint64_t start = 0, end = 0, contentsEnd = 0;
-  CFStringGetLineBounds(text, {line.location, 0}, &start, &end, &contentsEnd);
-  return end - contentsEnd;
+  CFIndex start = 0, end = 0, contentsEnd = 0;
+  CFStringGetLineBounds(text, CFRangeMake(static_cast<CFIndex>(line.location), 0), &start, &end, &contentsEnd);
+  return static_cast<uint64_t>(end - contentsEnd);
 }
 
 }  // namespace
