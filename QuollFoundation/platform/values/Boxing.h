@@ -24,16 +24,23 @@ namespace detail {
 template <class T> concept PlainNumber = Integer<T> || std::floating_point<T>;
 
 /// What `box` and `unbox` call for the types they are asked for.
+/// Raises for ill-formed text.
 QF_EXPORT Ref<NSString> boxUTF8(std::string_view text);
+/// These raise where the object is no number, or no number within the limits; `wanted` names the type.
 QF_EXPORT int64_t unboxSigned(const NSObject* object, int64_t least, int64_t most, std::string_view wanted);
+/// From 0 on; see unboxSigned.
 QF_EXPORT uint64_t unboxUnsigned(const NSObject* object, uint64_t most, std::string_view wanted);
+/// From `-most` on, infinity and NaN included; see unboxSigned.
 QF_EXPORT double unboxReal(const NSObject* object, double most, std::string_view wanted);
+/// See unboxSigned.
+QF_EXPORT bool unboxBool(const NSObject* object);
+/// Copies the bytes of a value of exactly this type; raises for anything else.
 QF_EXPORT void unboxStruct(const NSObject* object, std::string_view type, size_t size, void* out);
+/// Never null: raises for anything else than a string.
 QF_EXPORT const NSString* unboxString(const NSObject* object);
 /// For an integer parameter of this one-letter type, an unsigned number by its bits. "c" is left to the callee: it may
 /// be a bool, which takes any number.
 QF_EXPORT int64_t unboxForParameter(const NSNumber* number, char type);
-QF_EXPORT bool unboxBool(const NSObject* object);
 
 }  // namespace detail
 
