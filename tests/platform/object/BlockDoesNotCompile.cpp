@@ -19,7 +19,7 @@ using namespace quoll::testsupport;
   BlockRef<void()> none;
 #elif CASE == 4  // refused: deleted
   borrowed = borrowed;
-#elif CASE == 5  // refused: no matching | no match | could not convert | cannot
+#elif CASE == 5  // refused: no matching | no match | could not convert | cannot | invalid conversion
   each([](int) {});
 #elif CASE == 6  // refused: conversion | could not convert
   Block<void(NSObject*)> kept = borrowed;

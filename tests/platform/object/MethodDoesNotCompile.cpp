@@ -15,9 +15,9 @@ struct Unlisted {};
 
 #if CASE == 1  // refused: another number of arguments
 constexpr Method wrong = method<&Counter::plus>("plus"_sel);
-#elif CASE == 2  // refused: another number of arguments
+#elif CASE == 2  // refused: another number of arguments | constant initializer
 constinit const AdditionGroup<Counter> wrong{"Wrong", {method<&plusTwo>("plusTwo:"_sel)}};
-#elif CASE == 9  // refused: another number of arguments
+#elif CASE == 9  // refused: another number of arguments | constant initializer
 constinit const ProtocolRecord wrong{"Wrong", {required<void(NSString*)>("setTitle"_sel)}};
 #endif
 

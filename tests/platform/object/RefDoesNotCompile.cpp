@@ -34,7 +34,7 @@ Counter* gone() { return Counter::initWithValue(1); }
   static_cast<void>(ref - ref);
 #elif CASE == 9   // refused: operator++ | cannot increment
   ++ref;
-#elif CASE == 10  // refused: no match for | invalid operands
+#elif CASE == 10  // refused: deleted function
   static_cast<void>(ref == Ref<NSString>());
 #elif CASE == 11  // refused: use quoll::ObjectHash with quoll::ObjectEqual
   std::hash<Ref<Counter>>()(ref);

@@ -33,7 +33,7 @@ template <> struct quoll::StructEncoding<Untidy> {
   send(kinds, "small:"_sel, Untidy());
 #elif CASE == 7  // refused: another number of arguments than the member function takes
   on(kinds).call<&Kinds::small>();
-#elif CASE == 8  // refused: convert | conversion
+#elif CASE == 8  // refused: static_cast | could not bind
   on(kinds).call<&Kinds::echo>(5);
 #endif
 }
