@@ -71,6 +71,15 @@ Selector selectorOfFunction(const Class* cls, uint64_t function, std::string_vie
 
 namespace {
 
+/// A name of the library's own is taken, also while nobody has touched its class.
+void claimOwnName(std::string_view name, Class* (*source)()) {
+  for (const FolderRecord* folder : folders()) {
+    for (const ClassRecord& record : folder->classes) {
+      if (record.name == name && record.classObject != source) record.classObject();
+    }
+  }
+}
+
 std::string pathOfModule(Class* (*source)()) {
   Dl_info info;
   const bool known = source && dladdr(reinterpret_cast<void*>(source), &info) && info.dli_fname;
@@ -107,6 +116,7 @@ Class* Class::makeOne(Plan plan) {
 }
 
 Class* Class::build(Plan plan) {
+  detail::claimOwnName(plan.name, plan.source);
   Class* cls = makeOne(std::move(plan));
   Registry& r = registry();
   std::unique_lock lock(r.mutex);

@@ -67,8 +67,7 @@ TEST(Enumeration, OfAnObjectThatIsNoCollectionRaises) {
 TEST(Enumeration, GivesBatchesOfNoMoreThanWasAskedFor) {
   Ref<NSMutableArray> array = NSMutableArray::array();
   for (int i = 0; i < 40; ++i) array->addObject(box(i));
-  for (NSObject* collection : {static_cast<NSObject*>(array.get()), static_cast<NSObject*>(array->copy().get())}) {
-    const Ref<NSObject> kept = collection;
+  for (const Ref<NSObject>& kept : {Ref<NSObject>(array), Ref<NSObject>(array->copy())}) {
     NSFastEnumerationState state{};
     NSObject* buffer[16];
     EXPECT_EQ(kept->countByEnumeratingWithState_objects_count(&state, buffer, 16), 16u);
