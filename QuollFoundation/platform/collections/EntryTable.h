@@ -96,7 +96,7 @@ template <class Entry> class EntryTable {
     swap(other);
     return *this;
   }
-  QF_EXPORT ~EntryTable();
+  ~EntryTable();
 
   uint32_t count() const { return used_ - holes_; }
   bool hasHoles() const { return holes_ != 0; }
@@ -113,17 +113,17 @@ template <class Entry> class EntryTable {
   template <class Keys> Entry* find(const void* key, uint64_t hash, const Keys& keys) const;
 
   // Each of these counts as a mutation.
-  QF_EXPORT void reserve(uint64_t count);
-  QF_EXPORT Entry* append(const Entry& entry);  ///< Of an absent key.
-  QF_EXPORT Entry remove(Entry* entry);
-  QF_EXPORT void insert(uint32_t position, const Entry& entry);  ///< Only without holes.
-  QF_EXPORT Entry erase(uint32_t position);                      ///< The same: the later ones move up.
-  QF_EXPORT void exchange(uint32_t a, uint32_t b);
-  QF_EXPORT void replace(uint32_t position, const Entry& entry);
-  QF_EXPORT void closeHoles();
-  QF_EXPORT void rehash();  ///< After the entries were put into another order.
+  void reserve(uint64_t count);
+  Entry* append(const Entry& entry);  ///< Of an absent key.
+  Entry remove(Entry* entry);
+  void insert(uint32_t position, const Entry& entry);  ///< Only without holes.
+  Entry erase(uint32_t position);                      ///< The same: the later ones move up.
+  void exchange(uint32_t a, uint32_t b);
+  void replace(uint32_t position, const Entry& entry);
+  void closeHoles();
+  void rehash();  ///< After the entries were put into another order.
   /// The entries of another table, as they are: their owner makes references of them.
-  QF_EXPORT void copyFrom(const EntryTable& other);
+  void copyFrom(const EntryTable& other);
   void swap(EntryTable& other) noexcept;  ///< Of the entries: a mutation of both.
   /// Takes out what `removes(entry)` says, and closes the holes. Nothing is changed while it asks; what it changes
   /// itself raises.
@@ -131,7 +131,7 @@ template <class Entry> class EntryTable {
 
   Entry* mutableEntries() { return entries_; }
   /// The next batch of keys of a walk.
-  QF_EXPORT uint64_t enumerate(NSFastEnumerationState* state, NSObject** objects, uint64_t count);
+  uint64_t enumerate(NSFastEnumerationState* state, NSObject** objects, uint64_t count);
 
  private:
   template <class Same> Entry* searchOneByOne(Same same) const;
@@ -145,8 +145,8 @@ template <class Entry> class EntryTable {
   HashIndex index_;
 };
 
-extern template class EntryTable<PairEntry>;
-extern template class EntryTable<ElementEntry>;
+extern template class QF_EXPORT EntryTable<PairEntry>;
+extern template class QF_EXPORT EntryTable<ElementEntry>;
 
 template <class Entry> template <class Same> Entry* EntryTable<Entry>::searchOneByOne(Same same) const {
   for (uint32_t i = first_; i < used_; ++i) {
