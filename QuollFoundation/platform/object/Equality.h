@@ -17,7 +17,7 @@ struct ObjectEqual {
   bool operator()(const NSObject* a, const NSObject* b) const { return isEqual(a, b); }
 };
 
-/// An unordered map that goes by the keys' values: `Map<Ref<NSString>, int>`.
-template <class K, class V> using Map = std::unordered_map<K, V, ObjectHash, ObjectEqual>;
+/// An unordered map that goes by the keys' values: `ObjectMap<Ref<NSString>, int>`.
+template <class K, class V> using ObjectMap = std::unordered_map<K, V, ObjectHash, ObjectEqual>;
 
 }  // namespace quoll::inline v1

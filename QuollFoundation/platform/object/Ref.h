@@ -107,6 +107,7 @@ void operator-(const A&, const B&) = delete;
 
 /// Two meanings would be possible, so neither is chosen silently.
 template <class T> struct std::hash<quoll::Ref<T>> {
-  static_assert(sizeof(T) == 0,
-                "A Ref has no std::hash: use quoll::ObjectHash with quoll::ObjectEqual, or quoll::Map, to go by value");
+  static_assert(
+      sizeof(T) == 0,
+      "A Ref has no std::hash: use quoll::ObjectHash with quoll::ObjectEqual, or quoll::ObjectMap, to go by value");
 };

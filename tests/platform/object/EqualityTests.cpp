@@ -11,7 +11,7 @@ using namespace quoll;
 using namespace quoll::testsupport;
 
 TEST(Equality, AMapGoesByTheKeysValues) {
-  Map<Ref<NSString>, int> lengths;
+  ObjectMap<Ref<NSString>, int> lengths;
   lengths[NSString::stringWithUTF8("one")] = 3;
   lengths[Ref<NSString>("one"_ns)] += 10;
   EXPECT_EQ(lengths.size(), 1U);
@@ -23,7 +23,7 @@ TEST(Equality, NullHashesToZeroAndEqualsNullOnly) {
   EXPECT_EQ(ObjectHash()(nullptr), 0U);
   EXPECT_TRUE(ObjectEqual()(nullptr, nullptr));
   EXPECT_FALSE(ObjectEqual()(nullptr, "x"_ns) || ObjectEqual()("x"_ns, nullptr));
-  Map<Ref<NSString>, int> map;
+  ObjectMap<Ref<NSString>, int> map;
   map[nullptr] = 1;
   EXPECT_EQ(map.at(nullptr), 1);
 }
