@@ -198,7 +198,9 @@ uint64_t NSArray::indexOfObject_inRange(const NSObject* object, NSRange range) c
   checkRange("indexOfObject:inRange:", range);
   if (!object) return NSNotFound;
   for (uint64_t i = range.location; i < NSMaxRange(range) && i < count_; ++i) {
-    if (object == items_[i] || object->isEqual(detail::object(items_[i]))) return i;
+    if (object == items_[i]) return i;
+    const Ref<NSObject> element = detail::object(items_[i]);  // `isEqual:` may remove it
+    if (object->isEqual(element)) return i;
   }
   return NSNotFound;
 }
@@ -318,7 +320,8 @@ bool NSArray::isEqualToArray(const NSArray* other) const {
   if (!other || other->count_ != count_) return false;
   const detail::Nesting nesting(this, "isEqual:");
   for (uint64_t i = 0; i < count_ && i < other->count_; ++i) {
-    if (!quoll::isEqual(detail::object(items_[i]), detail::object(other->items_[i]))) return false;
+    const Ref<NSObject> own = detail::object(items_[i]), its = detail::object(other->items_[i]);
+    if (!quoll::isEqual(own.get(), its.get())) return false;
   }
   return true;
 }

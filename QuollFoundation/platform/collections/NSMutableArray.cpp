@@ -185,7 +185,8 @@ template <class Removes> void NSMutableArray::removeWhere(NSRange range, Removes
   uint64_t removed = 0;
   for (uint64_t i = 0; i < range.length; ++i) {
     watch.check();
-    marked[i] = removes(detail::object(items_[range.location + i]));
+    const Ref<NSObject> element = detail::object(items_[range.location + i]);  // `isEqual:` may remove it
+    marked[i] = removes(element.get());
     removed += marked[i];
   }
   watch.check();
