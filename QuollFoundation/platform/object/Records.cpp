@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/Class.h"
 #include "QuollFoundation/platform/object/NSProxy.h"
+#include "QuollFoundation/platform/object/ObjectList.h"
 #include "QuollFoundation/platform/object/RecordsInternal.h"
 
 namespace quoll::inline v1::detail {
@@ -14,6 +15,7 @@ constinit const ClassRecord classes[] = {
     {"NSProxy", &NSProxy::classObject},
     {"Protocol", &Protocol::classObject},
     {"QFBlock", &HeapBlock::classObject},
+    {"QFObjectList", &ObjectList::classObject},
 };
 }  // namespace
 
