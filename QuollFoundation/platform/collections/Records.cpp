@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/collections/NSEnumerator.h"
+#include "QuollFoundation/platform/collections/NSError.h"
 #include "QuollFoundation/platform/collections/NSIndexPath.h"
 #include "QuollFoundation/platform/collections/NSIndexSet.h"
+#include "QuollFoundation/platform/collections/NSMapTable.h"
 #include "QuollFoundation/platform/collections/NSMutableArray.h"
 #include "QuollFoundation/platform/collections/NSMutableDictionary.h"
 #include "QuollFoundation/platform/collections/NSMutableOrderedSet.h"
 #include "QuollFoundation/platform/collections/NSMutableSet.h"
 #include "QuollFoundation/platform/collections/NSPointerArray.h"
+#include "QuollFoundation/platform/collections/NSPredicate.h"
 #include "QuollFoundation/platform/collections/NSSortDescriptor.h"
 #include "QuollFoundation/platform/collections/ValueArrayInternal.h"
 #include "QuollFoundation/platform/collections/ValueDictionaryInternal.h"
@@ -15,6 +18,12 @@
 namespace quoll::inline v1::detail {
 
 extern const AdditionGroup<NSObject> collectionCoding;
+extern const AdditionGroup<NSArray> arrayPredicates;
+extern const AdditionGroup<NSMutableArray> mutableArrayPredicates;
+extern const AdditionGroup<NSMutableOrderedSet> mutableOrderedSetPredicates;
+extern const AdditionGroup<NSMutableSet> mutableSetPredicates;
+extern const AdditionGroup<NSOrderedSet> orderedSetPredicates;
+extern const AdditionGroup<NSSet> setPredicates;
 extern const AdditionGroup<NSString> stringComponents;
 
 namespace {
@@ -24,8 +33,10 @@ constinit const ClassRecord classes[] = {
     {"NSArray", &NSArray::classObject},
     {"NSDictionary", &NSDictionary::classObject},
     {"NSEnumerator", &NSEnumerator::classObject},
+    {"NSError", &NSError::classObject},
     {"NSIndexPath", &NSIndexPath::classObject},
     {"NSIndexSet", &NSIndexSet::classObject},
+    {"NSMapTable", &NSMapTable::classObject},
     {"NSMutableArray", &NSMutableArray::classObject},
     {"NSMutableDictionary", &NSMutableDictionary::classObject},
     {"NSMutableIndexSet", &NSMutableIndexSet::classObject},
@@ -34,12 +45,15 @@ constinit const ClassRecord classes[] = {
     {"NSOrderedSet", &NSOrderedSet::classObject},
     {"NSPointerArray", &NSPointerArray::classObject},
     {"NSPointerFunctions", &NSPointerFunctions::classObject},
+    {"NSPredicate", &NSPredicate::classObject},
     {"NSSet", &NSSet::classObject},
     {"NSSortDescriptor", &NSSortDescriptor::classObject},
     {"QFValueArray", &ValueArray::classObject},
     {"QFValueDictionary", &ValueDictionary::classObject},
 };
-constinit const GroupRecord groups[] = {collectionCoding, stringComponents};
+constinit const GroupRecord groups[] = {
+    collectionCoding,     arrayPredicates,      mutableArrayPredicates, mutableOrderedSetPredicates,
+    mutableSetPredicates, orderedSetPredicates, setPredicates,          stringComponents};
 }  // namespace
 
 extern constinit const FolderRecord collectionsRecords{classes, groups, {}};
