@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/concurrency/locks/QFSemaphore.h"
+#include "QuollFoundation/concurrency/locks/QFThreadsafeObject.h"
 #include "QuollFoundation/platform/object/RecordsInternal.h"
 
 namespace quoll::inline v1::detail {
@@ -7,6 +8,7 @@ namespace quoll::inline v1::detail {
 namespace {
 constinit const ClassRecord classes[] = {
     {"QFSemaphore", &QFSemaphore::classObject},
+    {"QFThreadsafeObject", &QFThreadsafeObject::classObject},
 };
 }  // namespace
 
