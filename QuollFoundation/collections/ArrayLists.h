@@ -29,8 +29,8 @@ inline void addObjects(NSMutableArray* receiver, std::initializer_list<Element> 
 template <class T = NSArray> Ref<T> qf_nilSafeArrayWithMaxCount_objects(uint32_t count,
                                                                         std::initializer_list<Element> objects);
 
-// The same for lists that were made already, and for classes known at run time. An object among `arrays` that is no array
-// raises NSInvalidArgumentException.
+/// The same for lists that were made already, and for classes known at run time. An object among `arrays` that is no array
+/// raises NSInvalidArgumentException.
 QF_EXPORT Ref<NSArray> arrayWithObjectsFromArrays_ofClass(const ObjectList* arrays, Class* cls);
 QF_EXPORT Ref<NSMutableArray> initWithObjectsFromArrays_ofClass(const ObjectList* arrays, Class* cls);
 QF_EXPORT Ref<NSArray> arrayByAddingObjects(const NSArray* receiver, const ObjectList* objects);
@@ -38,8 +38,8 @@ QF_EXPORT void addObjects(NSMutableArray* receiver, const ObjectList* objects);
 QF_EXPORT Ref<NSArray> qf_nilSafeArrayWithMaxCount_objects_ofClass(uint32_t count, const ObjectList* objects,
                                                                    Class* cls);
 
-// What the operations above are made of: with the first of the list apart from the others. When the first is null, the
-// others are not read.
+/// What the operations above are made of: with the first of the list apart from the others. When the first is null, the
+/// others are not read.
 QF_EXPORT Ref<NSMutableArray> _arrayWithObjectsFromArray_variableArguments_ofClass(const NSArray* first,
                                                                                    const ObjectList* others,
                                                                                    Class* cls);

@@ -32,7 +32,7 @@ namespace detail {
 inline NSObject* enumerable(const NSObject* collection) { return const_cast<NSObject*>(collection); }
 }  // namespace detail
 
-// All: whether every element passes. Of an EMPTY collection: NO.
+/// All: whether every element passes. Of an EMPTY collection: NO.
 QF_EXPORT bool __ASTAll_NSDictionary(const NSDictionary* dictionary, ElementPredicate predicate);
 QF_EXPORT bool __ASTAll_NSFastEnumeration(NSObject* collection, ElementPredicate predicate);
 
@@ -41,7 +41,7 @@ inline bool All(const NSObject* c, ElementPredicate test) {
   return __ASTAll_NSFastEnumeration(detail::enumerable(c), test);
 }
 
-// Any: whether an element passes. Of an empty collection: NO.
+/// Any: whether an element passes. Of an empty collection: NO.
 QF_EXPORT bool __ASTAny_NSDictionary(const NSDictionary* dictionary, ElementPredicate predicate);
 QF_EXPORT bool __ASTAny_NSFastEnumeration(NSObject* collection, ElementPredicate predicate);
 
@@ -50,8 +50,8 @@ inline bool Any(const NSObject* c, ElementPredicate test) {
   return __ASTAny_NSFastEnumeration(detail::enumerable(c), test);
 }
 
-// Defaults: a mutable copy, with the entries of `defaults` whose keys it lacks. Extend: with all entries of `other`,
-// which win. If one argument is null, the other itself.
+/// Defaults: a mutable copy, with the entries of `defaults` whose keys it lacks. Extend: with all entries of `other`,
+/// which win. If one argument is null, the other itself.
 QF_EXPORT Ref<NSDictionary> __ASTDefaults_NSDictionary(const NSDictionary* dictionary, const NSDictionary* defaults);
 QF_EXPORT Ref<NSDictionary> __ASTExtend_NSDictionary(const NSDictionary* dictionary, const NSDictionary* other);
 
@@ -62,7 +62,7 @@ inline Ref<NSDictionary> Extend(const NSDictionary* d, const NSDictionary* other
   return __ASTExtend_NSDictionary(d, other);
 }
 
-// Difference: the elements of `a` that equal none of `b`, in their order; immutable. A null `b` gives `a` itself.
+/// Difference: the elements of `a` that equal none of `b`, in their order; immutable. A null `b` gives `a` itself.
 QF_EXPORT Ref<NSArray> __ASTDifference_NSArray(const NSArray* a, const NSArray* b);
 QF_EXPORT Ref<NSSet> __ASTDifference_NSSet(const NSSet* a, const NSSet* b);
 QF_EXPORT Ref<NSOrderedSet> __ASTDifference_NSOrderedSet(const NSOrderedSet* a, const NSOrderedSet* b);
@@ -73,7 +73,7 @@ inline Ref<NSOrderedSet> Difference(const NSOrderedSet* a, const NSOrderedSet* b
   return __ASTDifference_NSOrderedSet(a, b);
 }
 
-// Each: calls the action for each element.
+/// Each: calls the action for each element.
 QF_EXPORT void __ASTEach_NSArray(const NSArray* array, ElementAction action);
 QF_EXPORT void __ASTEach_NSArray_withIndex(const NSArray* array, IndexedAction action);
 QF_EXPORT void __ASTEach_NSDictionary(const NSDictionary* dictionary, ElementAction action);
@@ -94,7 +94,7 @@ template <CallbackOf<2> F> void Each(const NSObject* c, F&& f) {
   __ASTEach_NSFastEnumeration_withIndex(detail::enumerable(c), f);
 }
 
-// Empty: whether there is no element. Null is empty.
+/// Empty: whether there is no element. Null is empty.
 QF_EXPORT bool __ASTEmpty_NSArray(const NSArray* array);
 QF_EXPORT bool __ASTEmpty_NSDictionary(const NSDictionary* dictionary);
 QF_EXPORT bool __ASTEmpty_NSSet(const NSSet* set);
@@ -107,8 +107,8 @@ inline bool Empty(const NSSet* s) { return __ASTEmpty_NSSet(s); }
 inline bool Empty(const NSOrderedSet* s) { return __ASTEmpty_NSOrderedSet(s); }
 inline bool Empty(const NSObject* c) { return __ASTEmpty_NSFastEnumeration(detail::enumerable(c)); }
 
-// Filter: what passes, in its order; immutable. A dictionary's passing keys are read by key-value coding: a key that is
-// no string raises NSInvalidArgumentException.
+/// Filter: what passes, in its order; immutable. A dictionary's passing keys are read by key-value coding: a key that is
+/// no string raises NSInvalidArgumentException.
 QF_EXPORT Ref<NSArray> __ASTFilter_NSArray(const NSArray* array, ElementPredicate predicate);
 QF_EXPORT Ref<NSArray> __ASTFilter_NSArray_withIndex(const NSArray* array, IndexedPredicate predicate);
 QF_EXPORT Ref<NSDictionary> __ASTFilter_NSDictionary(const NSDictionary* dictionary, ElementPredicate predicate);
@@ -134,7 +134,7 @@ template <CallbackOf<2> F> Ref<NSOrderedSet> Filter(const NSOrderedSet* s, F&& f
   return __ASTFilter_NSOrderedSet_withIndex(s, f);
 }
 
-// Find: the first element that passes, or null; of a dictionary the value, never the key.
+/// Find: the first element that passes, or null; of a dictionary the value, never the key.
 QF_EXPORT Ref<NSObject> __ASTFind_NSArray(const NSArray* array, ElementPredicate predicate);
 QF_EXPORT Ref<NSObject> __ASTFind_NSArray_withIndex(const NSArray* array, IndexedPredicate predicate);
 QF_EXPORT Ref<NSObject> __ASTFind_NSDictionary(const NSDictionary* dictionary, ElementPredicate predicate);
@@ -151,13 +151,13 @@ template <CallbackOf<1> F> Ref<NSObject> Find(const NSObject* c, F&& f) {
   return __ASTFind_NSFastEnumeration(detail::enumerable(c), f);
 }
 
-// Flatten: a mutable array in which the elements of each array stand in its place, one level deep. Null: an empty one.
+/// Flatten: a mutable array in which the elements of each array stand in its place, one level deep. Null: an empty one.
 QF_EXPORT Ref<NSMutableArray> __ASTFlatten_NSArray(const NSArray* array);
 
 inline Ref<NSMutableArray> Flatten(const NSArray* a) { return __ASTFlatten_NSArray(a); }
 
-// GroupBy: a mutable dictionary of immutable arrays: the elements of one key, in their order. A null key drops the
-// element. The key is what the transform gives, or the value of a key path.
+/// GroupBy: a mutable dictionary of immutable arrays: the elements of one key, in their order. A null key drops the
+/// element. The key is what the transform gives, or the value of a key path.
 QF_EXPORT Ref<NSMutableDictionary> __ASTGroupBy_NSDictionary_block(const NSDictionary* dictionary,
                                                                    ElementTransform key);
 QF_EXPORT Ref<NSMutableDictionary> __ASTGroupBy_NSDictionary_keyPath(const NSDictionary* dictionary,
@@ -179,14 +179,14 @@ inline Ref<NSMutableDictionary> GroupBy(const NSObject* c, const NSString* path)
   return __ASTGroupBy_NSFastEnumeration_keyPath(detail::enumerable(c), path);
 }
 
-// Head: the first element, or null.
+/// Head: the first element, or null.
 QF_EXPORT Ref<NSObject> __ASTHead_NSArray(const NSArray* array);
 QF_EXPORT Ref<NSObject> __ASTHead_NSOrderedSet(const NSOrderedSet* set);
 
 inline Ref<NSObject> Head(const NSArray* a) { return __ASTHead_NSArray(a); }
 inline Ref<NSObject> Head(const NSOrderedSet* s) { return __ASTHead_NSOrderedSet(s); }
 
-// IndexBy: a mutable dictionary from key to element; of equal keys the last element stays. A null key drops the element.
+/// IndexBy: a mutable dictionary from key to element; of equal keys the last element stays. A null key drops the element.
 QF_EXPORT Ref<NSMutableDictionary> __ASTIndexBy_NSDictionary_block(const NSDictionary* dictionary,
                                                                    ElementTransform key);
 QF_EXPORT Ref<NSMutableDictionary> __ASTIndexBy_NSDictionary_keyPath(const NSDictionary* dictionary,
@@ -208,8 +208,8 @@ inline Ref<NSMutableDictionary> IndexBy(const NSObject* c, const NSString* path)
   return __ASTIndexBy_NSFastEnumeration_keyPath(detail::enumerable(c), path);
 }
 
-// IndexOf: the index, from 0, of the first element that the object equals, or NSNotFound. A null ARRAY or ORDERED SET
-// gives 0; any other null collection, and a null object, NSNotFound.
+/// IndexOf: the index, from 0, of the first element that the object equals, or NSNotFound. A null ARRAY or ORDERED SET
+/// gives 0; any other null collection, and a null object, NSNotFound.
 QF_EXPORT uint64_t __ASTIndexOf_NSArray(const NSArray* array, const NSObject* object);
 QF_EXPORT uint64_t __ASTIndexOf_NSOrderedSet(const NSOrderedSet* set, const NSObject* object);
 QF_EXPORT uint64_t __ASTIndexOf_NSFastEnumeration(NSObject* collection, const NSObject* object);
@@ -220,7 +220,7 @@ inline uint64_t IndexOf(const NSObject* c, const NSObject* o) {
   return __ASTIndexOf_NSFastEnumeration(detail::enumerable(c), o);
 }
 
-// Intersection: the elements of `a` that `b` contains, in their order; immutable. If one is null, THE OTHER ITSELF.
+/// Intersection: the elements of `a` that `b` contains, in their order; immutable. If one is null, THE OTHER ITSELF.
 QF_EXPORT Ref<NSArray> __ASTIntersection_NSArray(const NSArray* a, const NSArray* b);
 QF_EXPORT Ref<NSSet> __ASTIntersection_NSSet(const NSSet* a, const NSSet* b);
 QF_EXPORT Ref<NSOrderedSet> __ASTIntersection_NSOrderedSet(const NSOrderedSet* a, const NSOrderedSet* b);
@@ -231,8 +231,8 @@ inline Ref<NSOrderedSet> Intersection(const NSOrderedSet* a, const NSOrderedSet*
   return __ASTIntersection_NSOrderedSet(a, b);
 }
 
-// Map: what the transform gives for each element; mutable. A null result drops the element, and later indices stay as
-// they are. In a set equal results are one; in an ordered set the first keeps its place; a dictionary keeps its keys.
+/// Map: what the transform gives for each element; mutable. A null result drops the element, and later indices stay as
+/// they are. In a set equal results are one; in an ordered set the first keeps its place; a dictionary keeps its keys.
 QF_EXPORT Ref<NSMutableArray> __ASTMap_NSArray(const NSArray* array, ElementTransform transform);
 QF_EXPORT Ref<NSMutableArray> __ASTMap_NSArray_withIndex(const NSArray* array, IndexedTransform transform);
 QF_EXPORT Ref<NSMutableDictionary> __ASTMap_NSDictionary(const NSDictionary* dictionary, ElementTransform transform);
@@ -271,8 +271,8 @@ template <CallbackOf<2> F> Ref<NSMutableArray> Map(const NSObject* c, F&& f) {
   return __ASTMap_NSFastEnumeration_withIndex(detail::enumerable(c), f);
 }
 
-// Min, Max: the least and the greatest element, null of an empty collection; OF EQUAL ONES THE LAST. Without a
-// comparator elements are sent `compare:`.
+/// Min, Max: the least and the greatest element, null of an empty collection; OF EQUAL ONES THE LAST. Without a
+/// comparator elements are sent `compare:`.
 QF_EXPORT Ref<NSObject> __ASTMin_NSDictionary(const NSDictionary* dictionary);
 QF_EXPORT Ref<NSObject> __ASTMin_NSDictionary_comparator(const NSDictionary* dictionary, NSComparator comparator);
 QF_EXPORT Ref<NSObject> __ASTMin_NSFastEnumeration(NSObject* collection);
@@ -295,7 +295,7 @@ inline Ref<NSObject> Max(const NSObject* c, NSComparator f) {
   return __ASTMax_NSFastEnumeration_comparator(detail::enumerable(c), f);
 }
 
-// Negate: a predicate that answers the opposite. It may be kept, and keeps the one it was made from.
+/// Negate: a predicate that answers the opposite. It may be kept, and keeps the one it was made from.
 QF_EXPORT Block<bool(NSObject*)> __ASTNegate_id(Block<bool(NSObject*)> predicate);
 QF_EXPORT Block<bool(NSObject*, NSObject*)> __ASTNegate_id_id(Block<bool(NSObject*, NSObject*)> predicate);
 QF_EXPORT Block<bool(NSObject*, uint64_t)> __ASTNegate_id_NSUInteger(Block<bool(NSObject*, uint64_t)> predicate);
@@ -304,13 +304,13 @@ template <CallbackOf<1> F> Block<bool(NSObject*)> Negate(F&& f) { return __ASTNe
 template <CallbackOf<2> F> Block<bool(NSObject*, NSObject*)> Negate(F&& f) { return __ASTNegate_id_id(f); }
 template <IndexedCallback F> Block<bool(NSObject*, uint64_t)> Negate(F&& f) { return __ASTNegate_id_NSUInteger(f); }
 
-// Pick: an immutable dictionary of the entries whose keys are listed. `keys` is any collection that answers
-// `containsObject:`; null lists none.
+/// Pick: an immutable dictionary of the entries whose keys are listed. `keys` is any collection that answers
+/// `containsObject:`; null lists none.
 QF_EXPORT Ref<NSDictionary> __ASTPick_NSDictionary(const NSDictionary* dictionary, const NSObject* keys);
 
 inline Ref<NSDictionary> Pick(const NSDictionary* d, const NSObject* keys) { return __ASTPick_NSDictionary(d, keys); }
 
-// Pluck: each element's value for a key path; mutable. Null values are dropped; a dictionary keeps its keys.
+/// Pluck: each element's value for a key path; mutable. Null values are dropped; a dictionary keeps its keys.
 QF_EXPORT Ref<NSMutableDictionary> __ASTPluck_NSDictionary(const NSDictionary* dictionary, const NSString* keyPath);
 QF_EXPORT Ref<NSMutableArray> __ASTPluck_NSFastEnumeration(NSObject* collection, const NSString* keyPath);
 
@@ -321,8 +321,8 @@ inline Ref<NSMutableArray> Pluck(const NSObject* c, const NSString* path) {
   return __ASTPluck_NSFastEnumeration(detail::enumerable(c), path);
 }
 
-// Reduce: memo = reducer(memo, element) for each element; the last memo, which may be null. Without a memo to start
-// from, the first element is it, and the reducer is called from the second on.
+/// Reduce: memo = reducer(memo, element) for each element; the last memo, which may be null. Without a memo to start
+/// from, the first element is it, and the reducer is called from the second on.
 QF_EXPORT Ref<NSObject> __ASTReduce_NSDictionary_block(const NSDictionary* dictionary, Reducer reducer);
 QF_EXPORT Ref<NSObject> __ASTReduce_NSDictionary_memo_block(const NSDictionary* dictionary, NSObject* memo,
                                                             Reducer reducer);
@@ -347,7 +347,7 @@ template <CallbackOf<2> F> Ref<NSObject> Reduce(const NSObject* c, NSObject* mem
   return __ASTReduce_NSFastEnumeration_memo_block(detail::enumerable(c), memo, f);
 }
 
-// Reject: what does not pass; otherwise as Filter.
+/// Reject: what does not pass; otherwise as Filter.
 QF_EXPORT Ref<NSArray> __ASTReject_NSArray(const NSArray* array, ElementPredicate predicate);
 QF_EXPORT Ref<NSArray> __ASTReject_NSArray_withIndex(const NSArray* array, IndexedPredicate predicate);
 QF_EXPORT Ref<NSDictionary> __ASTReject_NSDictionary(const NSDictionary* dictionary, ElementPredicate predicate);
@@ -373,15 +373,15 @@ template <CallbackOf<2> F> Ref<NSOrderedSet> Reject(const NSOrderedSet* s, F&& f
   return __ASTReject_NSOrderedSet_withIndex(s, f);
 }
 
-// Shuffle: a mutable copy in random order, each order as likely as any other. Draws `arc4random_uniform(i)` for each i
-// from the count down to 2, and exchanges the element at that index with the one at i - 1.
+/// Shuffle: a mutable copy in random order, each order as likely as any other. Draws `arc4random_uniform(i)` for each i
+/// from the count down to 2, and exchanges the element at that index with the one at i - 1.
 QF_EXPORT Ref<NSMutableArray> __ASTShuffle_NSArray(const NSArray* array);
 QF_EXPORT Ref<NSMutableOrderedSet> __ASTShuffle_NSOrderedSet(const NSOrderedSet* set);
 
 inline Ref<NSMutableArray> Shuffle(const NSArray* a) { return __ASTShuffle_NSArray(a); }
 inline Ref<NSMutableOrderedSet> Shuffle(const NSOrderedSet* s) { return __ASTShuffle_NSOrderedSet(s); }
 
-// Size: how many elements.
+/// Size: how many elements.
 QF_EXPORT uint64_t __ASTSize_NSArray(const NSArray* array);
 QF_EXPORT uint64_t __ASTSize_NSDictionary(const NSDictionary* dictionary);
 QF_EXPORT uint64_t __ASTSize_NSSet(const NSSet* set);
@@ -394,7 +394,7 @@ inline uint64_t Size(const NSSet* s) { return __ASTSize_NSSet(s); }
 inline uint64_t Size(const NSOrderedSet* s) { return __ASTSize_NSOrderedSet(s); }
 inline uint64_t Size(const NSObject* c) { return __ASTSize_NSFastEnumeration(detail::enumerable(c)); }
 
-// Sort: sorted, stable; immutable. Without a comparator elements are sent `compare:`.
+/// Sort: sorted, stable; immutable. Without a comparator elements are sent `compare:`.
 QF_EXPORT Ref<NSArray> __ASTSort_NSArray(const NSArray* array);
 QF_EXPORT Ref<NSArray> __ASTSort_NSArray_comparator(const NSArray* array, NSComparator comparator);
 QF_EXPORT Ref<NSOrderedSet> __ASTSort_NSOrderedSet(const NSOrderedSet* set);
@@ -405,15 +405,15 @@ inline Ref<NSArray> Sort(const NSArray* a, NSComparator c) { return __ASTSort_NS
 inline Ref<NSOrderedSet> Sort(const NSOrderedSet* s) { return __ASTSort_NSOrderedSet(s); }
 inline Ref<NSOrderedSet> Sort(const NSOrderedSet* s, NSComparator c) { return __ASTSort_NSOrderedSet_comparator(s, c); }
 
-// Tail: all but the first element; immutable.
+/// Tail: all but the first element; immutable.
 QF_EXPORT Ref<NSArray> __ASTTail_NSArray(const NSArray* array);
 QF_EXPORT Ref<NSOrderedSet> __ASTTail_NSOrderedSet(const NSOrderedSet* set);
 
 inline Ref<NSArray> Tail(const NSArray* a) { return __ASTTail_NSArray(a); }
 inline Ref<NSOrderedSet> Tail(const NSOrderedSet* s) { return __ASTTail_NSOrderedSet(s); }
 
-// Union: `a`, then the elements of `b` that equal none of `a`; of arrays with all their duplicates. Immutable, but for
-// ordered sets: MUTABLE. If one is null, the other itself.
+/// Union: `a`, then the elements of `b` that equal none of `a`; of arrays with all their duplicates. Immutable, but for
+/// ordered sets: MUTABLE. If one is null, the other itself.
 QF_EXPORT Ref<NSArray> __ASTUnion_NSArray(const NSArray* a, const NSArray* b);
 QF_EXPORT Ref<NSSet> __ASTUnion_NSSet(const NSSet* a, const NSSet* b);
 QF_EXPORT Ref<NSOrderedSet> __ASTUnion_NSOrderedSet(const NSOrderedSet* a, const NSOrderedSet* b);
@@ -422,7 +422,7 @@ inline Ref<NSArray> Union(const NSArray* a, const NSArray* b) { return __ASTUnio
 inline Ref<NSSet> Union(const NSSet* a, const NSSet* b) { return __ASTUnion_NSSet(a, b); }
 inline Ref<NSOrderedSet> Union(const NSOrderedSet* a, const NSOrderedSet* b) { return __ASTUnion_NSOrderedSet(a, b); }
 
-// Without: what the value does not equal; otherwise as Reject. A null value equals nothing.
+/// Without: what the value does not equal; otherwise as Reject. A null value equals nothing.
 QF_EXPORT Ref<NSArray> __ASTWithout_NSArray(const NSArray* array, const NSObject* value);
 QF_EXPORT Ref<NSSet> __ASTWithout_NSSet(const NSSet* set, const NSObject* value);
 QF_EXPORT Ref<NSOrderedSet> __ASTWithout_NSOrderedSet(const NSOrderedSet* set, const NSObject* value);

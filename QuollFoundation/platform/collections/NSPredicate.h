@@ -49,12 +49,12 @@ class QF_EXPORT NSPredicate : public NSObject {
   NSPredicate() = default;
 };
 
-// What passes, of the collections. A null predicate raises NSInvalidArgumentException.
+/// What passes, of the collections. A null predicate raises NSInvalidArgumentException.
 QF_EXPORT Ref<NSArray> filteredArrayUsingPredicate(const NSArray* receiver, const NSPredicate* predicate);
 QF_EXPORT Ref<NSSet> filteredSetUsingPredicate(const NSSet* receiver, const NSPredicate* predicate);
 QF_EXPORT Ref<NSOrderedSet> filteredOrderedSetUsingPredicate(const NSOrderedSet* receiver,
                                                              const NSPredicate* predicate);
-// In place; a predicate that raises or changes the collection leaves it as it was.
+/// In place; a predicate that raises or changes the collection leaves it as it was.
 QF_EXPORT void filterUsingPredicate(NSMutableArray* receiver, const NSPredicate* predicate);
 QF_EXPORT void filterUsingPredicate(NSMutableSet* receiver, const NSPredicate* predicate);
 QF_EXPORT void filterUsingPredicate(NSMutableOrderedSet* receiver, const NSPredicate* predicate);
