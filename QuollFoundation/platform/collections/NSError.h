@@ -51,12 +51,12 @@ class QF_EXPORT NSError : public NSObject {
   Ref<NSDictionary> userInfo_;
 };
 
-// Domains
+/// Domains.
 QF_EXPORT extern NSString* const NSCocoaErrorDomain;
 QF_EXPORT extern NSString* const NSOSStatusErrorDomain;
 QF_EXPORT extern NSString* const NSPOSIXErrorDomain;  ///< The code is an `errno`.
 
-// Keys of the user information
+/// Keys of the user information.
 QF_EXPORT extern NSString* const NSFilePathErrorKey;
 QF_EXPORT extern NSString* const NSLocalizedDescriptionKey;
 QF_EXPORT extern NSString* const NSLocalizedFailureReasonErrorKey;
