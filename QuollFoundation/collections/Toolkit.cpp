@@ -124,7 +124,8 @@ template <class Key> Ref<NSMutableDictionary> grouped(NSObject* collection, Key 
     static_cast<NSMutableArray*>(group.get())->addObject(element);
     return true;
   });
-  for (NSObject* key : *groups->allKeys()) groups->setObject_forKey(groups->objectForKey(key)->copy(), key);
+  const Ref<NSArray> keys = groups->allKeys();
+  for (NSObject* key : *keys) groups->setObject_forKey(groups->objectForKey(key)->copy(), key);
   return groups;
 }
 

@@ -34,6 +34,7 @@ Findings surveyText(const NSString* text) {
     const uint64_t terminator = terminatorLength(text, line.range);
     const uint64_t length = line.range.length - terminator;
     ++found.lines;
+    ++found.lineLengths[length];
     if (terminator > 0) ++found.terminators[static_cast<size_t>(kindOf(text, line.range, terminator))];
     if (found.longestLine == 0 || length > found.longestLength) {
       found.longestLine = found.lines;
@@ -63,5 +64,6 @@ Findings& Findings::operator+=(const Findings& other) {
   if (other.longestLength > longestLength) longestLine = other.longestLine;
   longestLength = std::max(longestLength, other.longestLength);
   for (size_t i = 0; i < terminators.size(); ++i) terminators[i] += other.terminators[i];
+  for (const auto& [length, count] : other.lineLengths) lineLengths[length] += count;
   return *this;
 }

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <string>
 
 /// How a line can end.
@@ -18,6 +19,7 @@ struct Findings {
   uint64_t longestLine = 0;    ///< Its number, from 1; 0 without any line.
   uint64_t longestLength = 0;  ///< In UTF-16 units, without the terminator.
   std::array<uint64_t, terminatorNames.size()> terminators{};
+  std::map<uint64_t, uint64_t> lineLengths;  ///< How many lines there are of each length.
 
   /// "LF" or "LF+CRLF"; "-" where no line ends.
   std::string terminatorMix() const;

@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-#include <vector>
+#include "SurveyedFile.h"
 
-#include "Findings.h"
-
-/// One surveyed file.
-struct Row {
-  std::string name;
-  Findings findings;
-};
-
-/// Prints a line a file, in columns, and a total.
-void printTable(const std::vector<Row>& rows);
+/// Prints a line a file, sorted by a column, and a total. Numbers are sorted largest first, texts from A to Z.
+void printFiles(const quoll::NSArray* files, const quoll::NSString* column);
+/// Prints the sum of the files of each extension.
+void printExtensions(const quoll::NSArray* files);
+/// Prints the ten lengths that most lines have.
+void printLineLengths(const quoll::NSArray* files);

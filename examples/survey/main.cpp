@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Surveys text files: how many lines they have, how long, how many of them blank, and how they end.
+// Surveys text files: how many lines they have, how long, how many of them blank, and how they end; by file, by
+// extension, and the lengths that most lines have.
 //
-//     survey FILE...
+//     survey [--sort=COLUMN] FILE...
+//
+// COLUMN is lines, blank, longest, which, ends or name.
 //
 // Exit status: 0; 1 when a file could not be read or decoded (the others are surveyed all the same); 2 for bad usage.
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include "Decoding.h"
 #include "Table.h"
@@ -31,33 +36,37 @@ std::optional<std::string> readFile(const char* name) {
   return bytes;
 }
 
-std::optional<Row> survey(const char* name) {
+Ref<SurveyedFile> survey(const char* name) {
   const std::optional<std::string> bytes = readFile(name);
   if (!bytes) {
     complain(name, std::strerror(errno));
-    return std::nullopt;
+    return nullptr;
   }
   const Ref<NSString> text = decodeText(*bytes);
   if (!text) {
     complain(name, "is no text that can be decoded");
-    return std::nullopt;
+    return nullptr;
   }
-  return Row{name, surveyText(text)};
+  return make<SurveyedFile>(name, surveyText(text));
 }
 
 }  // namespace
 
-int main(int count, char** files) {
-  if (count < 2) {
-    std::cerr << "usage: survey FILE...\n";
+int main(int count, char** arguments) {
+  constexpr std::string_view sortOption = "--sort=";
+  std::string column = "name";
+  int first = 1;
+  if (first < count && std::string_view(arguments[first]).starts_with(sortOption)) {
+    column = arguments[first++] + sortOption.size();
+  }
+  if (first >= count || std::find(std::begin(columns), std::end(columns), column) == std::end(columns)) {
+    std::cerr << "usage: survey [--sort=lines|blank|longest|which|ends|name] FILE...\n";
     return 2;
   }
-  std::vector<Row> rows;
-  int status = 0;
-  for (int i = 1; i < count; ++i) {
-    if (std::optional<Row> row = survey(files[i])) rows.push_back(std::move(*row));
-    else status = 1;
-  }
-  printTable(rows);
-  return status;
+  const Ref<NSMutableArray> files = NSMutableArray::array();
+  for (int i = first; i < count; ++i) push(files, survey(arguments[i]));
+  printFiles(files, NSString::stringWithUTF8(column));
+  printExtensions(files);
+  printLineLengths(files);
+  return files->count() == static_cast<uint64_t>(count - first) ? 0 : 1;
 }
