@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "bench/sync.h"
 
+#include "QuollFoundation/concurrency/locks/QFThreadsafeObject.h"
 #include "QuollFoundation/concurrency/locks/quoll_semaphore.h"
+#include "QuollFoundation/platform/object/ClassBuilder.h"
 
 namespace {
 
@@ -17,5 +19,28 @@ struct Semaphore {
   quoll_semaphore_t s;
 };
 SEM(Semaphore, "quoll");
+
+class TableObject : public NSObject {
+  QF_CLASS(TableObject, NSObject)
+ public:
+  bench::Table table;
+};
+Class* TableObject::classObject() {
+  static Class* const cls = ClassBuilder<TableObject>("TableObject").build();
+  return cls;
+}
+
+struct Transactions {
+  template <class F>
+  void read(F f) {
+    guarded->readTransactionUsingBlock([&](TableObject* object) { f(object->table); });
+  }
+  template <class F>
+  void write(F f) {
+    guarded->writeTransactionUsingBlock([&](TableObject* object) { f(object->table); });
+  }
+  Ref<QFThreadsafeObject> guarded = QFThreadsafeObject::initWithRepresentedObject(make<TableObject>());
+};
+READERS(Transactions, "quoll");
 
 }  // namespace

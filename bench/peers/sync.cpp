@@ -109,30 +109,24 @@ void sem_atomic(State& s) {
 PEER(sem_atomic, "semaphore/limit-atomic-dec+inc")->Threads(1)->Threads(2);
 
 // ---------------------------------------------------------------- 95% reads, 5% writes of a small table
-struct Table {
-  long v[8] = {};
-};
 template <class Lock>
-void readers(State& s) {
-  static Lock lock;
-  static Table table;
-  unsigned i = unsigned(s.thread_index()) * 7;
-  long sum = 0;
-  for (auto _ : s) {
-    if (++i % 20 == 0) {
-      lock.w_lock();
-      for (long& x : table.v) ++x;
-      lock.w_unlock();
-    } else {
-      lock.r_lock();
-      for (long x : table.v) sum += x;
-      lock.r_unlock();
-    }
+struct Locked {
+  template <class F>
+  void read(F f) {
+    lock.r_lock();
+    f(table);
+    lock.r_unlock();
   }
-  keep(sum);
-  items(s, 1);
-}
-#define RW(T, name) PEER(readers<T>, "readers_95/" name)->Threads(1)->Threads(2)->Threads(4)
+  template <class F>
+  void write(F f) {
+    lock.w_lock();
+    f(table);
+    lock.w_unlock();
+  }
+  Lock lock;
+  Table table;
+};
+#define RW(T, name) READERS(Locked<T>, name)
 struct StdShared {
   std::shared_mutex m;
   void r_lock() { m.lock_shared(); }
