@@ -9,6 +9,7 @@ extern const FolderRecord stringsRecords;
 extern const FolderRecord valuesRecords;
 extern const FolderRecord codingRecords;
 extern const FolderRecord collectionsRecords;
+extern const FolderRecord textsRecords;
 extern const FolderRecord threadingRecords;
 extern const FolderRecord coreRecords;
 extern const FolderRecord toolkitRecords;
@@ -16,9 +17,9 @@ extern const FolderRecord locksRecords;
 extern const FolderRecord textRecords;
 
 namespace {
-constinit const FolderRecord* const all[] = {&objectRecords,      &stringsRecords,   &valuesRecords, &codingRecords,
-                                             &collectionsRecords, &threadingRecords, &coreRecords,   &toolkitRecords,
-                                             &locksRecords,       &textRecords};
+constinit const FolderRecord* const all[] = {&objectRecords,      &stringsRecords, &valuesRecords,    &codingRecords,
+                                             &collectionsRecords, &textsRecords,   &threadingRecords, &coreRecords,
+                                             &toolkitRecords,     &locksRecords,   &textRecords};
 }  // namespace
 
 std::span<const FolderRecord* const> folders() { return all; }

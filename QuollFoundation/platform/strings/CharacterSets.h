@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "QuollFoundation/platform/basics/Comparison.h"
 #include "QuollFoundation/platform/basics/Ranges.h"
 #include "QuollFoundation/platform/object/NSObject.h"
 
 namespace quoll::inline v1 {
+
+class NSMutableString;
 
 /// Which UTF-16 units belong together.
 ///
@@ -19,14 +22,15 @@ class QF_EXPORT NSCharacterSet : public NSObject {
   static Ref<NSCharacterSet> newlineCharacterSet();               ///< U+000A to U+000D, U+0085, U+2028, U+2029.
   static Ref<NSCharacterSet> whitespaceAndNewlineCharacterSet();  ///< Both.
 
-  bool characterIsMember(char16_t unit) const { return contains_(unit); }
+  /// The units of a text, each of them.
+  static Ref<NSCharacterSet> characterSetWithCharactersInString(const NSString* characters);
+  Ref<NSCharacterSet> invertedSet() const;  ///< All units but these.
+
+  virtual bool characterIsMember(char16_t unit) const = 0;
   Ref<NSObject> copyWithZone(NSZone* zone) const override;  ///< Itself.
 
  protected:
-  explicit NSCharacterSet(bool (*contains)(char16_t)) : contains_(contains) {}
-
- private:
-  bool (*const contains_)(char16_t);
+  constexpr NSCharacterSet() = default;
 };
 
 using CFCharacterSetRef = const NSCharacterSet*;
@@ -41,6 +45,13 @@ enum CFCharacterSetPredefinedSet : int64_t {
 QF_EXPORT CFCharacterSetRef CFCharacterSetGetPredefined(CFCharacterSetPredefinedSet set);
 /// False for a null set.
 QF_EXPORT bool CFCharacterSetIsCharacterMember(CFCharacterSetRef set, char16_t unit);
+
+/// Whether a part of the text has a unit of the set, and where: the first, or the last with NSBackwardsSearch. `found` may
+/// be null, and stays as it is where there is none. A range past the end raises NSRangeException.
+QF_EXPORT bool CFStringFindCharacterFromSet(const NSString* text, CFCharacterSetRef set, CFRange range,
+                                            NSStringCompareOptions options, CFRange* found);
+/// Takes the white space and the newlines off both ends. Null does nothing.
+QF_EXPORT void CFStringTrimWhitespace(NSMutableString* text);
 
 namespace detail {
 

@@ -9,7 +9,9 @@
 #include "QuollFoundation/platform/object/ClassBuilder.h"
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
+#include "QuollFoundation/platform/strings/CharacterSets.h"
 #include "QuollFoundation/platform/strings/NSData.h"
+#include "QuollFoundation/platform/strings/NSLocale.h"
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/platform/strings/TextInternal.h"
 #include "QuollFoundation/platform/strings/UTF8Internal.h"
@@ -149,18 +151,25 @@ Class* NSString::classObject() {
               "stringByReplacingOccurrencesOfString:withString:"_sel)
           .method<&NSString::stringByReplacingCharactersInRange_withString>(
               "stringByReplacingCharactersInRange:withString:"_sel)
+          .method<&NSString::stringByTrimmingCharactersInSet>("stringByTrimmingCharactersInSet:"_sel)
           .method<&NSString::uppercaseString>("uppercaseString"_sel)
           .method<&NSString::lowercaseString>("lowercaseString"_sel)
           .method<&NSString::isEqualToString>("isEqualToString:"_sel)
           .method<&NSString::compare>("compare:"_sel)
           .method<&NSString::compare_options>("compare:options:"_sel)
+          .method<&NSString::compare_options_range>("compare:options:range:"_sel)
+          .method<&NSString::compare_options_range_locale>("compare:options:range:locale:"_sel)
           .method<&NSString::caseInsensitiveCompare>("caseInsensitiveCompare:"_sel)
+          .method<&NSString::localizedCompare>("localizedCompare:"_sel)
+          .method<&NSString::localizedStandardCompare>("localizedStandardCompare:"_sel)
           .method<&NSString::hasPrefix>("hasPrefix:"_sel)
           .method<&NSString::hasSuffix>("hasSuffix:"_sel)
           .method<&NSString::rangeOfString>("rangeOfString:"_sel)
           .method<&NSString::rangeOfString_options>("rangeOfString:options:"_sel)
           .method<&NSString::rangeOfString_options_range>("rangeOfString:options:range:"_sel)
           .method<&NSString::containsString>("containsString:"_sel)
+          .method<&NSString::rangeOfCharacterFromSet>("rangeOfCharacterFromSet:"_sel)
+          .method<&NSString::rangeOfCharacterFromSet_options_range>("rangeOfCharacterFromSet:options:range:"_sel)
           .method<&NSString::intValue>("intValue"_sel)
           .method<&NSString::integerValue>("integerValue"_sel)
           .method<&NSString::longLongValue>("longLongValue"_sel)

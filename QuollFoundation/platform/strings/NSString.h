@@ -15,7 +15,9 @@
 
 namespace quoll::inline v1 {
 
+class NSCharacterSet;
 class NSData;
+class NSLocale;
 class NSMutableString;
 
 namespace detail {
@@ -121,6 +123,7 @@ class QF_EXPORT NSString : public NSObject {
   Ref<NSString> stringByAppendingString(const NSString* other) const;  ///< Null raises NSInvalidArgumentException.
   Ref<NSString> stringByReplacingOccurrencesOfString_withString(const NSString* target, const NSString* with) const;
   Ref<NSString> stringByReplacingCharactersInRange_withString(NSRange range, const NSString* with) const;
+  Ref<NSString> stringByTrimmingCharactersInSet(const NSCharacterSet* set) const;  ///< At both ends.
   Ref<NSString> uppercaseString() const;
   Ref<NSString> lowercaseString() const;
 
@@ -130,7 +133,16 @@ class QF_EXPORT NSString : public NSObject {
   uint64_t hash() const override;                           ///< Over units: the storage makes no difference.
   NSComparisonResult compare(const NSString* other) const;  ///< By units; null comes first.
   NSComparisonResult compare_options(const NSString* other, NSStringCompareOptions options) const;
+  /// A part of this text with the whole of the other.
+  NSComparisonResult compare_options_range(const NSString* other, NSStringCompareOptions options, NSRange range) const;
+  /// In the order of a language; with a null locale, or NSLiteralSearch, by units.
+  NSComparisonResult compare_options_range_locale(const NSString* other, NSStringCompareOptions options, NSRange range,
+                                                  const NSLocale* locale) const;
   NSComparisonResult caseInsensitiveCompare(const NSString* other) const;
+  NSComparisonResult localizedCompare(const NSString* other) const;  ///< In the order of the current locale.
+  /// As a file browser lists names: in the order of the current locale, numbers by their value, without regard to case and
+  /// width unless all else is the same. Texts that are not equal are never the same.
+  NSComparisonResult localizedStandardCompare(const NSString* other) const;
   bool hasPrefix(const NSString* prefix) const;  ///< The empty string is no prefix.
   bool hasSuffix(const NSString* suffix) const;
 
@@ -139,6 +151,10 @@ class QF_EXPORT NSString : public NSObject {
   NSRange rangeOfString_options(const NSString* wanted, NSStringCompareOptions options) const;
   NSRange rangeOfString_options_range(const NSString* wanted, NSStringCompareOptions options, NSRange range) const;
   bool containsString(const NSString* wanted) const;
+  /// The first unit of the set, or the last when backwards: one unit long.
+  NSRange rangeOfCharacterFromSet_options_range(const NSCharacterSet* set, NSStringCompareOptions options,
+                                                NSRange range) const;
+  NSRange rangeOfCharacterFromSet(const NSCharacterSet* set) const;
 
   // Numbers at the start of the text, after white space: 0 for none; too large gives the limit.
   int32_t intValue() const;

@@ -2,6 +2,7 @@
 #include "QuollFoundation/platform/object/RecordsInternal.h"
 #include "QuollFoundation/platform/strings/CharacterSets.h"
 #include "QuollFoundation/platform/strings/NSData.h"
+#include "QuollFoundation/platform/strings/NSLocale.h"
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/platform/strings/ObjectTextsInternal.h"
 
@@ -12,9 +13,13 @@ extern const AdditionGroup<NSString> lineBoundsAdditions;
 
 namespace {
 constinit const ClassRecord classes[] = {
-    {"NSCharacterSet", &NSCharacterSet::classObject},   {"NSData", &NSData::classObject},
-    {"NSException", &ExceptionRecord::classObject},     {"NSMutableData", &NSMutableData::classObject},
-    {"NSMutableString", &NSMutableString::classObject}, {"NSString", &NSString::classObject},
+    {"NSCharacterSet", &NSCharacterSet::classObject},
+    {"NSData", &NSData::classObject},
+    {"NSException", &ExceptionRecord::classObject},
+    {"NSMutableData", &NSMutableData::classObject},
+    {"NSLocale", &NSLocale::classObject},
+    {"NSMutableString", &NSMutableString::classObject},
+    {"NSString", &NSString::classObject},
 };
 constinit const GroupRecord groups[] = {objectTexts, lineBoundsAdditions};
 }  // namespace

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "QuollFoundation/platform/object/NSException.h"
+#include "QuollFoundation/platform/strings/CollationInternal.h"
 #include "QuollFoundation/platform/strings/TextFoldingInternal.h"
 #include "QuollFoundation/platform/strings/TextInternal.h"
 #include "QuollFoundation/platform/strings/UnitsInternal.h"
@@ -102,6 +104,32 @@ NSComparisonResult NSString::compare_options(const NSString* other, NSStringComp
   if (!other || !(all & (detail::foldingOptions | NSNumericSearch))) return compare(other);
   const auto folded = visitBoth(this, other, [&](auto a, auto b) { return compareFolded(a, b, all); });
   return folded == 0 && (all & NSForcedOrderingSearch) ? compare(other) : resultOf(folded);
+}
+
+NSComparisonResult NSString::compare_options_range(const NSString* other, NSStringCompareOptions options,
+                                                   NSRange range) const {
+  return compare_options_range_locale(other, options, range, nullptr);
+}
+
+NSComparisonResult NSString::compare_options_range_locale(const NSString* other, NSStringCompareOptions options,
+                                                          NSRange range, const NSLocale* locale) const {
+  if (!rangeFits(range, length())) detail::raiseRange(this, "compare:options:range:locale:", range, length());
+  if (range.length != length()) {
+    return detail::Text::part(this, range)->compare_options_range_locale(other, options, {0, range.length}, locale);
+  }
+  if (!other) return NSOrderedDescending;
+  if (!locale || (options & NSLiteralSearch)) return compare_options(other, options);
+  return detail::Collations::of(locale).compare(this, other, options);
+}
+
+NSComparisonResult NSString::localizedCompare(const NSString* other) const {
+  return compare_options_range_locale(other, {}, {0, length()}, NSLocale::currentLocale());
+}
+
+NSComparisonResult NSString::localizedStandardCompare(const NSString* other) const {
+  constexpr NSStringCompareOptions options =
+      NSCaseInsensitiveSearch | NSNumericSearch | NSWidthInsensitiveSearch | NSForcedOrderingSearch;
+  return compare_options_range_locale(other, options, {0, length()}, NSLocale::currentLocale());
 }
 
 NSComparisonResult NSString::caseInsensitiveCompare(const NSString* other) const {

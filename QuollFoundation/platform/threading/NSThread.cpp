@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include "QuollFoundation/platform/object/ClassBuilder.h"
-#include "QuollFoundation/platform/values/ImmortalInternal.h"
+#include "QuollFoundation/platform/object/ImmortalInternal.h"
 
 namespace quoll::inline v1 {
 

@@ -2,8 +2,8 @@
 #include "QuollFoundation/platform/values/NSNull.h"
 
 #include "QuollFoundation/platform/object/ClassBuilder.h"
+#include "QuollFoundation/platform/object/ImmortalInternal.h"
 #include "QuollFoundation/platform/strings/NSString.h"
-#include "QuollFoundation/platform/values/ImmortalInternal.h"
 
 namespace quoll::inline v1 {
 

@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "QuollFoundation/platform/object/ClassBuilder.h"
+#include "QuollFoundation/platform/object/ImmortalInternal.h"
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/platform/strings/NSString.h"
 #include "QuollFoundation/platform/values/DecimalsInternal.h"
-#include "QuollFoundation/platform/values/ImmortalInternal.h"
 
 namespace quoll::inline v1 {
 

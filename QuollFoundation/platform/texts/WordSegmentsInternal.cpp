@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "QuollFoundation/platform/texts/WordSegmentsInternal.h"
+
+#include <unicode/ubrk.h>
+#include <unicode/utf16.h>
+
+#include <algorithm>
+#include <map>
+#include <mutex>
+
+#include "QuollFoundation/platform/object/NSException.h"
+
+namespace quoll::inline v1::detail {
+
+void CloseBreakIterator::operator()(UBreakIterator* iterator) const noexcept { ubrk_close(iterator); }
+
+namespace {
+
+void check(UErrorCode status, const char* what) {
+  if (U_FAILURE(status)) {
+    raise(NSInternalInconsistencyException, std::string("ICU: ") + what + ": " + u_errorName(status));
+  }
+}
+
+void setText(UBreakIterator* iterator, std::u16string_view text) {
+  UErrorCode status = U_ZERO_ERROR;
+  ubrk_setText(iterator, text.data(), static_cast<int32_t>(text.size()), &status);
+  check(status, "a text can't be cut into words");
+}
+
+/// Whether ICU takes the text for one segment.
+bool isOne(UBreakIterator* iterator, std::u16string_view text) {
+  setText(iterator, text);
+  return ubrk_following(iterator, 0) == static_cast<int32_t>(text.size());
+}
+
+bool isWordEnd(UBreakIterator* iterator) { return ubrk_getRuleStatus(iterator) >= UBRK_WORD_NUMBER; }
+
+bool isASCII(const NSString* text) {
+  if (text->asciiCharacters()) return true;
+  const std::u16string_view units(text->utf16Characters(), text->length());
+  return std::all_of(units.begin(), units.end(), [](char16_t unit) { return unit < 0x80; });
+}
+
+/// The part as a text of its own: ASCII where it can be.
+Ref<NSString> partOf(const NSString* text, NSRange range) {
+  Ref<NSString> part = text->copy()->substringWithRange(range);
+  if (part->utf16Characters() && isASCII(part)) {
+    return NSString::stringWithCharacters({part->utf16Characters(), part->length()});
+  }
+  return part;
+}
+
+}  // namespace
+
+// ASCII
+
+ASCIIWords::ASCIIWords(UBreakIterator* iterator) {
+  for (char c = 'a'; c <= 'z'; ++c) kinds_[static_cast<size_t>(c)] = kinds_[static_cast<size_t>(c - 0x20)] = Letter;
+  for (char c = '0'; c <= '9'; ++c) kinds_[static_cast<size_t>(c)] = Digit;
+  kinds_['_'] = Underscore;
+  kinds_[' '] = Space;
+  kinds_['\r'] = CarriageReturn;
+  kinds_['\n'] = LineFeed;
+  for (char16_t c = 0x21; c < 0x7F; ++c) {
+    if (kinds_[c] != Other) continue;
+    const char16_t letters[] = {u'a', c, u'a'}, digits[] = {u'1', c, u'1'};
+    if (isOne(iterator, {letters, 2})) kinds_[c] = Letter;  // some versions take @ for one
+    betweenLetters_[c] = isOne(iterator, {letters, 3});
+    betweenDigits_[c] = isOne(iterator, {digits, 3});
+  }
+  underscoreIsWord_ = isOne(iterator, u"_") && isWordEnd(iterator);
+  underscoresAreWord_ = isOne(iterator, u"__") && isWordEnd(iterator);
+}
+
+/// Whether the sign at `index`, which has a neighbour before it, stands between two letters or two digits that it joins.
+bool ASCIIWords::joins(std::string_view text, uint64_t index) const {
+  if (index + 1 >= text.size()) return false;
+  const auto sign = static_cast<uint8_t>(text[index]);
+  const Kind before = kinds_[static_cast<uint8_t>(text[index - 1])],
+             after = kinds_[static_cast<uint8_t>(text[index + 1])];
+  return before == after && ((before == Letter && betweenLetters_[sign]) || (before == Digit && betweenDigits_[sign]));
+}
+
+uint64_t ASCIIWords::endOfWord(std::string_view text, uint64_t start) const {
+  uint64_t end = start + 1;
+  for (; end < text.size(); ++end) {
+    const Kind kind = kinds_[static_cast<uint8_t>(text[end])];
+    if (kind != Letter && kind != Digit && kind != Underscore && !(kind == Other && joins(text, end))) break;
+  }
+  return end;
+}
+
+WordSegment ASCIIWords::startingAt(std::string_view text, uint64_t start) const {
+  switch (kinds_[static_cast<uint8_t>(text[start])]) {
+    case Letter:
+    case Digit: return {start, endOfWord(text, start), true};
+    case Underscore: {
+      const uint64_t end = endOfWord(text, start);
+      const bool isPlain = text.substr(start, end - start).find_first_not_of('_') == text.npos;
+      return {start, end, !isPlain || (end - start > 1 ? underscoresAreWord_ : underscoreIsWord_)};
+    }
+    case Space: return {start, std::min<uint64_t>(text.find_first_not_of(' ', start), text.size()), false};
+    case CarriageReturn: return {start, start + (text.substr(start).starts_with("\r\n") ? 2 : 1), false};
+    default: return {start, start + 1, false};
+  }
+}
+
+WordSegment ASCIIWords::holding(std::string_view text, uint64_t index) const {
+  // Back to a place that is a boundary whatever came before it: of two neighbours, one of them is no part of words.
+  uint64_t start = index;
+  const auto sticks = [&](uint64_t i) {
+    const auto before = static_cast<uint8_t>(text[i - 1]), here = static_cast<uint8_t>(text[i]);
+    if (kinds_[here] == Space || kinds_[before] == Space) return kinds_[here] == kinds_[before];
+    if (kinds_[here] == LineFeed) return kinds_[before] == CarriageReturn;
+    const auto inWords = [&](uint8_t c) {
+      return (kinds_[c] >= Letter && kinds_[c] <= Underscore) || betweenLetters_[c] || betweenDigits_[c];
+    };
+    return inWords(here) && inWords(before);
+  };
+  while (start > 0 && sticks(start)) --start;
+  WordSegment segment = startingAt(text, start);
+  while (segment.end <= index) segment = startingAt(text, segment.end);
+  return segment;
+}
+
+// Locales
+
+WordRules::WordRules(BreakIteratorHandle prototype) : prototype_(std::move(prototype)), ascii_(prototype_.get()) {}
+
+const WordRules& WordRules::of(const std::string& locale) {
+  static std::mutex& mutex = *new std::mutex;
+  static auto& known = *new std::map<std::string, const WordRules*, std::less<>>;
+  const std::lock_guard lock(mutex);
+  const WordRules*& rules = known[locale];
+  if (!rules) {
+    UErrorCode status = U_ZERO_ERROR;
+    BreakIteratorHandle prototype(ubrk_open(UBRK_WORD, locale.c_str(), nullptr, 0, &status));
+    check(status, "no rules for words");
+    rules = new WordRules(std::move(prototype));
+  }
+  return *rules;
+}
+
+BreakIteratorHandle WordRules::iterator() const {
+  UErrorCode status = U_ZERO_ERROR;
+  BreakIteratorHandle fresh(ubrk_clone(prototype_.get(), &status));
+  check(status, "no more iterators");
+  return fresh;
+}
+
+// Texts
+
+WordSegments::WordSegments(const NSString* text, NSRange range, const NSLocale* locale)
+    : text_(partOf(text, range)), length_(range.length), rules_(WordRules::of(locale->name())) {
+  if (text_->asciiCharacters()) return;
+  if (length_ > INT32_MAX)
+    raise(NSInvalidArgumentException, "a text of more than 2^31 - 1 units can't be cut into words");
+  iterator_ = rules_.iterator();
+  setText(iterator_.get(), {text_->utf16Characters(), length_});
+}
+
+WordSegment WordSegments::startingAt(uint64_t start) const {
+  if (const char* ascii = text_->asciiCharacters()) return rules_.ascii().startingAt({ascii, length_}, start);
+  UBreakIterator* const iterator = iterator_.get();
+  const auto from = static_cast<int32_t>(start);
+  const int32_t end = ubrk_current(iterator) == from ? ubrk_next(iterator) : ubrk_following(iterator, from);
+  return {start, static_cast<uint64_t>(end), isWordEnd(iterator)};
+}
+
+WordSegment WordSegments::holding(uint64_t index) const {
+  if (const char* ascii = text_->asciiCharacters()) return rules_.ascii().holding({ascii, length_}, index);
+  UBreakIterator* const iterator = iterator_.get();
+  auto place = static_cast<int32_t>(index);
+  U16_SET_CP_START(text_->utf16Characters(), 0, place);  // ICU finds nothing before the middle of a first pair
+  return startingAt(static_cast<uint64_t>(ubrk_isBoundary(iterator, place) ? place : ubrk_preceding(iterator, place)));
+}
+
+}  // namespace quoll::inline v1::detail

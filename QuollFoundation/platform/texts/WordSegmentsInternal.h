@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include "QuollFoundation/platform/strings/NSLocale.h"
+#include "QuollFoundation/platform/strings/NSString.h"
+
+struct UBreakIterator;
+
+/// Where words begin and end.
+namespace quoll::inline v1::detail {
+
+struct WordSegment {
+  uint64_t start;
+  uint64_t end;
+  bool isWord;  ///< Not blanks or signs.
+};
+
+/// The rules for texts that are all ASCII, which need no tables of Unicode. What differs from language to language, the
+/// signs that stand inside words and numbers, is asked of ICU once.
+class ASCIIWords {
+ public:
+  explicit ASCIIWords(UBreakIterator* iterator);
+  WordSegment startingAt(std::string_view text, uint64_t start) const;
+  WordSegment holding(std::string_view text, uint64_t index) const;
+
+ private:
+  enum Kind : uint8_t { Other, Letter, Digit, Underscore, Space, CarriageReturn, LineFeed };
+  bool joins(std::string_view text, uint64_t index) const;
+  uint64_t endOfWord(std::string_view text, uint64_t start) const;
+
+  std::array<Kind, 128> kinds_{};
+  std::array<bool, 128> betweenLetters_{};
+  std::array<bool, 128> betweenDigits_{};
+  bool underscoreIsWord_ = false;    // by itself
+  bool underscoresAreWord_ = false;  // two and more
+};
+
+struct CloseBreakIterator {
+  void operator()(UBreakIterator* iterator) const noexcept;
+};
+using BreakIteratorHandle = std::unique_ptr<UBreakIterator, CloseBreakIterator>;
+
+/// What all texts of one locale share; lives for ever.
+class WordRules {
+ public:
+  static const WordRules& of(const std::string& locale);
+  const ASCIIWords& ascii() const { return ascii_; }
+  BreakIteratorHandle iterator() const;  ///< A new one.
+
+ private:
+  explicit WordRules(BreakIteratorHandle prototype);
+  const BreakIteratorHandle prototype_;
+  const ASCIIWords ascii_;
+};
+
+/// The segments of a part of a text, which tile it. Indices count from the start of the part.
+class WordSegments {
+ public:
+  WordSegments(const NSString* text, NSRange range, const NSLocale* locale);
+  uint64_t length() const { return length_; }
+  /// `start` is 0 or the end of a segment, and below the length.
+  WordSegment startingAt(uint64_t start) const;
+  WordSegment holding(uint64_t index) const;  ///< Below the length.
+
+ private:
+  const Ref<NSString> text_;  // the part; nobody changes it
+  const uint64_t length_;
+  const WordRules& rules_;
+  BreakIteratorHandle iterator_;  // only where the text is not ASCII
+};
+
+}  // namespace quoll::inline v1::detail
