@@ -19,6 +19,7 @@
 #include "QuollFoundation/platform/object/Class.h"
 #include "QuollFoundation/platform/object/LiveObjects.h"
 #include "QuollFoundation/platform/object/NSException.h"
+#include "QuollFoundation/platform/strings/NSLocale.h"
 #include "QuollFoundation/platform/strings/NSString.h"
 
 /// For tests with GoogleTest and GoogleMock: objects, ranges and rectangles are printed as what they say, and
@@ -188,6 +189,17 @@ class LeakGuard {
   LiveObjectRecording recording_;
   std::map<std::string, size_t> before_;
   std::optional<AutoreleaseScope> scope_;
+};
+
+/// Makes a locale the current one, in place of that of the environment, until the scope ends. Scopes don't nest.
+class LocaleScope {
+ public:
+  explicit LocaleScope(const NSString* identifier) {
+    detail::replaceCurrentLocale(NSLocale::localeWithLocaleIdentifier(identifier));
+  }
+  ~LocaleScope() { detail::replaceCurrentLocale(nullptr); }
+  LocaleScope(const LocaleScope&) = delete;
+  LocaleScope& operator=(const LocaleScope&) = delete;
 };
 
 }  // namespace quoll::inline v1

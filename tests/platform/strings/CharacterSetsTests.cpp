@@ -6,6 +6,7 @@
 #include <set>
 
 #include "QuollFoundation/platform/object/Send.h"
+#include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/testing.h"
 
 using namespace quoll;
@@ -55,6 +56,67 @@ TEST(CharacterSets, TellMembersByFunctionAndByName) {
 TEST(CharacterSets, AreTheirOwnCopies) {
   const Ref<NSCharacterSet> set = NSCharacterSet::newlineCharacterSet();
   EXPECT_TRUE(set->copy() == set);
+}
+
+TEST(CharacterSets, HoldTheUnitsOfAText) {
+  const Ref<NSCharacterSet> vowels = NSCharacterSet::characterSetWithCharactersInString("oaiéu"_ns);
+  EXPECT_TRUE(vowels->characterIsMember(u'a'));
+  EXPECT_TRUE(vowels->characterIsMember(u'é'));
+  EXPECT_FALSE(vowels->characterIsMember(u'b'));
+  EXPECT_FALSE(NSCharacterSet::characterSetWithCharactersInString(""_ns)->characterIsMember(u'a'));
+  EXPECT_THAT([] { NSCharacterSet::characterSetWithCharactersInString(nullptr); },
+              raises(NSInvalidArgumentException, "characterSetWithCharactersInString:"));
+}
+
+TEST(CharacterSets, InvertToAllOtherUnits) {
+  const Ref<NSCharacterSet> others = NSCharacterSet::newlineCharacterSet()->invertedSet();
+  EXPECT_TRUE(others->characterIsMember(u'a'));
+  EXPECT_FALSE(others->characterIsMember(u'\n'));
+}
+
+TEST(CharacterSets, AreFoundInATextFromEitherEnd) {
+  const Ref<NSCharacterSet> newlines = NSCharacterSet::newlineCharacterSet();
+  for (const Ref<NSString>& text : {Ref<NSString>("a\nb\nc"_ns), Ref<NSString>(u"ä\nb\nc"_ns)}) {
+    EXPECT_EQ(text->rangeOfCharacterFromSet(newlines), NSMakeRange(1, 1));
+    EXPECT_EQ(text->rangeOfCharacterFromSet_options_range(newlines, NSBackwardsSearch, {0, 5}), NSMakeRange(3, 1));
+    EXPECT_EQ(text->rangeOfCharacterFromSet_options_range(newlines, {}, {2, 3}), NSMakeRange(3, 1));
+    EXPECT_EQ(text->rangeOfCharacterFromSet_options_range(newlines, {}, {4, 1}), NSMakeRange(NSNotFound, 0));
+    EXPECT_EQ(text->rangeOfCharacterFromSet_options_range(newlines, NSBackwardsSearch, {2, 0}),
+              NSMakeRange(NSNotFound, 0));
+    EXPECT_THAT([&] { text->rangeOfCharacterFromSet_options_range(newlines, {}, {3, 3}); },
+                raises(NSRangeException, "length 5"));
+  }
+}
+
+TEST(CharacterSets, AreFoundByTheFunctionToo) {
+  const NSCharacterSet* newlines = CFCharacterSetGetPredefined(kCFCharacterSetNewline);
+  CFRange found = {7, 7};
+  EXPECT_FALSE(CFStringFindCharacterFromSet("abc"_ns, newlines, {0, 3}, {}, &found));
+  EXPECT_EQ(found, CFRangeMake(7, 7));
+  EXPECT_TRUE(CFStringFindCharacterFromSet("a\nc"_ns, newlines, {0, 3}, {}, &found));
+  EXPECT_EQ(found, CFRangeMake(1, 1));
+  EXPECT_TRUE(CFStringFindCharacterFromSet("a\nc"_ns, newlines, {0, 3}, {}, nullptr));
+  EXPECT_FALSE(CFStringFindCharacterFromSet(nullptr, newlines, {0, 0}, {}, nullptr));
+  EXPECT_THAT([&] { CFStringFindCharacterFromSet("abc"_ns, newlines, {-1, 2}, {}, nullptr); },
+              raises(NSRangeException, "length 3"));
+}
+
+TEST(CharacterSets, AreTrimmedOffBothEnds) {
+  const Ref<NSCharacterSet> blanks = NSCharacterSet::whitespaceCharacterSet();
+  EXPECT_THAT(" \ta b\n "_ns->stringByTrimmingCharactersInSet(blanks), equals("a b\n"));
+  EXPECT_THAT("  "_ns->stringByTrimmingCharactersInSet(blanks), equals(""));
+  EXPECT_THAT(""_ns->stringByTrimmingCharactersInSet(blanks), equals(""));
+  EXPECT_THAT(u"\u3000ä\u00a0"_ns->stringByTrimmingCharactersInSet(blanks), equals("ä"));
+}
+
+TEST(CharacterSets, TrimAMutableTextInPlace) {
+  const Ref<NSMutableString> text = NSMutableString::stringWithString(" \r\n\ta b\v\f\u0085\u2028 "_ns);
+  CFStringTrimWhitespace(text);
+  EXPECT_THAT(text, equals("a b"));
+  text->setString(" \n"_ns);
+  CFStringTrimWhitespace(text);
+  EXPECT_THAT(text, equals(""));
+  CFStringTrimWhitespace(nullptr);
 }
 
 }  // namespace
