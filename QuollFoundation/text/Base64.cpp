@@ -11,13 +11,19 @@
 #include "QuollFoundation/platform/object/AdditionGroup.h"
 #include "QuollFoundation/platform/strings/NSString.h"
 #include "QuollFoundation/text/Base64Internal.h"
+#include "QuollFoundation/text/LargeMemoryInternal.h"
 
 namespace quoll::inline v1 {
 
 void* NewBase64Decode(const void* text, size_t length, size_t* outputLength) {
   if (length == SIZE_MAX) length = std::strlen(static_cast<const char*>(text));
-  auto* bytes = static_cast<uint8_t*>(std::malloc(detail::base64Room(length)));
-  const size_t decoded = bytes ? detail::decodeBase64Text(static_cast<const uint8_t*>(text), length, bytes) : 0;
+  const size_t room = detail::base64Room(length);
+  auto* bytes = static_cast<uint8_t*>(std::malloc(room));
+  size_t decoded = 0;
+  if (bytes) {
+    detail::prepareToFill(bytes, room);
+    decoded = detail::decodeBase64Text(static_cast<const uint8_t*>(text), length, bytes);
+  }
   if (outputLength) *outputLength = decoded;
   return bytes;
 }

@@ -7,6 +7,7 @@
 #include "QuollFoundation/platform/strings/NSData.h"
 #include "QuollFoundation/platform/strings/TextInternal.h"
 #include "QuollFoundation/text/HexTextInternal.h"
+#include "QuollFoundation/text/LargeMemoryInternal.h"
 
 namespace quoll::inline v1 {
 
@@ -15,6 +16,7 @@ Ref<NSString> QF_niceHexString(const NSData* data) {
   const uint64_t length = data->length();
   if (length == 0) return detail::Text::empty();
   return detail::Text::made<char>(3 * length - 1, [&](char* text) {
+    detail::prepareToFill(text, 3 * length - 1);
     data->enumerateByteRangesUsingBlock([&](const void* region, NSRange range, bool*) {
       const auto* bytes = static_cast<const uint8_t*>(region);
       const bool isLast = NSMaxRange(range) == length;
