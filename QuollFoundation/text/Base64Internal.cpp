@@ -128,7 +128,7 @@ HWY_INLINE void decodeSmooth(const uint8_t*& text, const uint8_t* end, uint8_t*&
     text += clean / 4 * 4;
     out += clean / 4 * 3;
     if (clean % 4 != 0) return;
-    ++text;
+    text += std::countr_one(bits >> clean);
   }
 }
 

@@ -37,9 +37,10 @@ std::string decoded(std::string_view text) {
 
 std::string bytesOf(const NSData* data) { return {static_cast<const char*>(data->bytes()), data->length()}; }
 Ref<NSString> asciiOf(std::string_view text) { return NSString::stringWithUTF8(text); }
-/// The same text, stored in units of 16 bits.
+/// The same text stored in units of 16 bits, as the rest of one that is not ASCII.
 Ref<NSString> wideOf(std::string_view text) {
-  const Ref<NSString> wide = NSString::stringWithCharacters(std::u16string(text.begin(), text.end()));
+  const Ref<NSString> wide = NSString::stringWithUTF8("ü" + std::string(text))->substringFromIndex(1);
+  EXPECT_TRUE(text.empty() || wide->utf16Characters());
   return wide;
 }
 
