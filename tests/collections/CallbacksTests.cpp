@@ -30,9 +30,9 @@ constexpr auto genericPair = [](auto, auto) { return true; };
 constexpr auto triple = [](NSObject*, NSObject*, NSObject*) { return Ref<NSObject>(); };
 constexpr auto genericTriple = [](auto, auto, auto) { return Ref<NSObject>(); };
 constexpr auto silent = [](NSObject*) noexcept {};
-auto counting = [n = 0](NSObject*) mutable { ++n; };
-bool function(NSString*, uint64_t) { return true; }
-bool quiet(NSObject*) noexcept { return true; }
+[[maybe_unused]] auto counting = [n = 0](NSObject*) mutable { ++n; };
+[[maybe_unused]] bool function(NSString*, uint64_t) { return true; }
+[[maybe_unused]] bool quiet(NSObject*) noexcept { return true; }
 
 template <class F> constexpr int countOf = CallbackOf<F, 1> ? 1 : CallbackOf<F, 2> ? 2 : CallbackOf<F, 3> ? 3 : 0;
 
