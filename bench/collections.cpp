@@ -242,9 +242,19 @@ void find(State& s, const Keys& look, std::uint64_t hits) {
     return n;
   });
 }
-void find_hit(State& s) {
-  static const Keys look = in_other_order(keys());
-  find(s, look, kN);
+const Keys& probes() {
+  static const Keys all = in_other_order(keys());
+  return all;
+}
+void find_hit(State& s) { find(s, probes(), kN); }
+/// Whether the key is there, as most peers are asked, and no reference to the value.
+void contains(State& s) {
+  const Ref<NSMutableDictionary> dictionary = filled(values());
+  per_element(s, kN, Itself(), [&] {
+    std::uint64_t n = 0;
+    for (auto& key : probes()) n += CFDictionaryContainsKey(dictionary, key.get());
+    return n;
+  });
 }
 void find_equal(State& s) {
   static const Keys look = strings(in_other_order(keys8()));
@@ -266,6 +276,7 @@ void walk(State& s) {
 }
 OURS(insert, "hash_insert");
 OURS(find_hit, "hash_find_hit");
+PEER(contains, "hash_find_hit/quoll-contains");
 OURS(find_equal, "hash_find_equal");
 OURS(find_miss, "hash_find_miss");
 OURS(walk, "hash_walk");

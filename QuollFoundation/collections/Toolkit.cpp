@@ -45,16 +45,19 @@ auto valueAt(const NSString* keyPath) {
   return [keyPath](NSObject* element) { return element->valueForKeyPath(keyPath); };
 }
 
-// The cores. Each takes any callable, so that a member's own callback is called directly.
+// The cores. Each takes any callable, so that a member's own callback is called directly. A callback may let the last
+// reference to the collection go: what is read once more after a walk is pinned.
 
 template <class Test> Ref<NSArray> filteredArray(const NSArray* array, Test test) {
   if (!array) return nullptr;
+  const Ref<NSArray> pinned = itself(array);
   return array->objectsAtIndexes(array->indexesOfObjectsPassingTest(
       [&](NSObject* element, uint64_t index, bool*) { return test(element, index); }));
 }
 
 template <class Test> Ref<NSOrderedSet> filteredOrderedSet(const NSOrderedSet* set, Test test) {
   if (!set) return nullptr;
+  const Ref<NSOrderedSet> pinned = itself(set);
   return NSOrderedSet::orderedSetWithArray(set->objectsAtIndexes(set->indexesOfObjectsPassingTest(
       [&](NSObject* element, uint64_t index, bool*) { return test(element, index); })));
 }
@@ -66,6 +69,7 @@ template <class Test> Ref<NSSet> filteredSet(const NSSet* set, Test test) {
 
 template <class Test> Ref<NSDictionary> filteredDictionary(const NSDictionary* dictionary, Test test) {
   if (!dictionary) return nullptr;
+  const Ref<NSDictionary> pinned = itself(dictionary);
   const Ref<NSSet> keys =
       dictionary->keysOfEntriesPassingTest([&](NSObject* key, NSObject* value, bool*) { return test(key, value); });
   return dictionary->dictionaryWithValuesForKeys(keys->allObjects());
@@ -73,6 +77,7 @@ template <class Test> Ref<NSDictionary> filteredDictionary(const NSDictionary* d
 
 template <class Test> Ref<NSObject> foundInArray(const NSArray* array, Test test) {
   if (!array) return nullptr;
+  const Ref<NSArray> pinned = itself(array);
   const uint64_t index =
       array->indexOfObjectPassingTest([&](NSObject* element, uint64_t i, bool*) { return test(element, i); });
   return index == NSNotFound ? nullptr : array->objectAtIndex(index);

@@ -300,9 +300,13 @@ QF_EXPORT Block<bool(NSObject*)> __ASTNegate_id(Block<bool(NSObject*)> predicate
 QF_EXPORT Block<bool(NSObject*, NSObject*)> __ASTNegate_id_id(Block<bool(NSObject*, NSObject*)> predicate);
 QF_EXPORT Block<bool(NSObject*, uint64_t)> __ASTNegate_id_NSUInteger(Block<bool(NSObject*, uint64_t)> predicate);
 
-template <CallbackOf<1> F> Block<bool(NSObject*)> Negate(F&& f) { return __ASTNegate_id(f); }
-template <CallbackOf<2> F> Block<bool(NSObject*, NSObject*)> Negate(F&& f) { return __ASTNegate_id_id(f); }
-template <IndexedCallback F> Block<bool(NSObject*, uint64_t)> Negate(F&& f) { return __ASTNegate_id_NSUInteger(f); }
+template <CallbackOf<1> F> Block<bool(NSObject*)> Negate(F&& f) { return __ASTNegate_id(Block<bool(NSObject*)>(f)); }
+template <CallbackOf<2> F> Block<bool(NSObject*, NSObject*)> Negate(F&& f) {
+  return __ASTNegate_id_id(Block<bool(NSObject*, NSObject*)>(f));
+}
+template <IndexedCallback F> Block<bool(NSObject*, uint64_t)> Negate(F&& f) {
+  return __ASTNegate_id_NSUInteger(Block<bool(NSObject*, uint64_t)>(f));
+}
 
 /// Pick: an immutable dictionary of the entries whose keys are listed. `keys` is any collection that answers
 /// `containsObject:`; null lists none.

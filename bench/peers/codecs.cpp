@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Base64 (12 MiB of bytes, 16 MiB of text) and hex dump (4 MiB of bytes).
-// base64 rates are per byte of encoded text, hex rates per byte of binary.
 #include <array>
 #include <cstring>
-#include "bench/measure.h"
+#include "bench/codecs.h"
 #if defined(__x86_64__)
 #include <immintrin.h>
 #endif
 #if PEERS_QT
 #include <QByteArray>
+#endif
+#if PEERS_ABSL
+#include <absl/strings/escaping.h>
 #endif
 #if PEERS_GLIB
 #include <glib.h>
@@ -20,71 +21,14 @@
 using namespace bench;
 using benchmark::State;
 namespace {
-constexpr std::size_t kRaw = 12u << 20, kHex = 4u << 20;
-static const char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-static const std::string& raw() {
-  static const std::string v = [] {
-    std::string s(kRaw, 0);
-    Rng r{5};
-    for (auto& c : s) c = char(r());
-    return s;
-  }();
-  return v;
-}
-static std::string scalar_encode(const std::string& in) {
-  std::string o;
-  o.resize(in.size() / 3 * 4);
-  char* d = o.data();
-  for (std::size_t i = 0; i + 3 <= in.size(); i += 3) {  // kRaw is a multiple of 3: no padding to make
-    unsigned v = unsigned(std::uint8_t(in[i])) << 16 | unsigned(std::uint8_t(in[i + 1])) << 8 | std::uint8_t(in[i + 2]);
-    *d++ = kAlphabet[v >> 18];
-    *d++ = kAlphabet[v >> 12 & 63];
-    *d++ = kAlphabet[v >> 6 & 63];
-    *d++ = kAlphabet[v & 63];
-  }
-  return o;
-}
-static const std::string& clean() {
-  static const std::string v = scalar_encode(raw());
-  return v;
-}
-static const std::string& wrapped() {
-  static const std::string v = [] {
-    std::string o;
-    for (std::size_t i = 0; i < clean().size(); i += 76) {
-      o.append(clean(), i, 76);
-      o += '\n';
-    }
-    return o;
-  }();
-  return v;
-}
 static const std::array<std::uint8_t, 256>& table() {
   static const std::array<std::uint8_t, 256> t = [] {
     std::array<std::uint8_t, 256> a;
     a.fill(255);
-    for (int i = 0; i < 64; ++i) a[std::uint8_t(kAlphabet[i])] = std::uint8_t(i);
+    for (int i = 0; i < 64; ++i) a[std::uint8_t(kBase64Alphabet[i])] = std::uint8_t(i);
     return a;
   }();
   return t;
-}
-
-template <class Decode>
-static void run_decode(State& s, const std::string& in, Decode decode) {
-  bool checked = false;
-  for (auto _ : s) {
-    auto out = decode(in);
-    keep(*out.data());
-    if (!checked) {
-      checked = true;
-      if (std::size_t(out.size()) != kRaw || std::memcmp(out.data(), raw().data(), kRaw)) {
-        s.SkipWithError("wrong bytes");
-        return;
-      }
-    }
-  }
-  bytes(s, std::int64_t(in.size()));
 }
 
 // One character at a time, white space skipped.
@@ -145,12 +89,12 @@ static void decode_copy(State& s, const std::string& in) {
   }
   bytes(s, std::int64_t(in.size()));
 }
-void dec_copy_clean(State& s) { decode_copy(s, clean()); }
-void dec_copy_wrapped(State& s) { decode_copy(s, wrapped()); }
-void dec_one_clean(State& s) { run_decode(s, clean(), scalar_one); }
-void dec_one_wrapped(State& s) { run_decode(s, wrapped(), scalar_one); }
-void dec_four_clean(State& s) { run_decode(s, clean(), scalar_four); }
-void dec_four_wrapped(State& s) { run_decode(s, wrapped(), scalar_four); }
+void dec_copy_clean(State& s) { decode_copy(s, base64_clean()); }
+void dec_copy_wrapped(State& s) { decode_copy(s, base64_wrapped()); }
+void dec_one_clean(State& s) { run_decode(s, base64_clean(), scalar_one); }
+void dec_one_wrapped(State& s) { run_decode(s, base64_wrapped(), scalar_one); }
+void dec_four_clean(State& s) { run_decode(s, base64_clean(), scalar_four); }
+void dec_four_wrapped(State& s) { run_decode(s, base64_wrapped(), scalar_four); }
 PEER(dec_copy_clean, "base64_decode_clean/limit-memcpy");
 PEER(dec_copy_wrapped, "base64_decode_wrapped/limit-memcpy");
 PEER(dec_one_clean, "base64_decode_clean/scalar-1-char");
@@ -208,8 +152,8 @@ static void avx2_case(State& s, const std::string& in) {
   }
   run_decode(s, in, avx2_decode);
 }
-void dec_avx2_clean(State& s) { avx2_case(s, clean()); }
-void dec_avx2_wrapped(State& s) { avx2_case(s, wrapped()); }
+void dec_avx2_clean(State& s) { avx2_case(s, base64_clean()); }
+void dec_avx2_wrapped(State& s) { avx2_case(s, base64_wrapped()); }
 PEER(dec_avx2_clean, "base64_decode_clean/hand-avx2");
 PEER(dec_avx2_wrapped, "base64_decode_wrapped/hand-avx2");
 #endif
@@ -222,9 +166,9 @@ static QByteArray qt_decode_strict(const std::string& in) {
                                         QByteArray::AbortOnBase64DecodingErrors)
       .decoded;
 }
-void dec_qt_clean(State& s) { run_decode(s, clean(), qt_decode); }
-void dec_qt_strict(State& s) { run_decode(s, clean(), qt_decode_strict); }
-void dec_qt_wrapped(State& s) { run_decode(s, wrapped(), qt_decode); }
+void dec_qt_clean(State& s) { run_decode(s, base64_clean(), qt_decode); }
+void dec_qt_strict(State& s) { run_decode(s, base64_clean(), qt_decode_strict); }
+void dec_qt_wrapped(State& s) { run_decode(s, base64_wrapped(), qt_decode); }
 PEER(dec_qt_clean, "base64_decode_clean/QByteArray::fromBase64");
 PEER(dec_qt_strict, "base64_decode_clean/QByteArray::fromBase64Encoding-strict");
 PEER(dec_qt_wrapped, "base64_decode_wrapped/QByteArray::fromBase64");
@@ -242,10 +186,21 @@ static GBytesOut g_decode(const std::string& in) {
   guchar* p = g_base64_decode(in.c_str(), &n);
   return {p, n};
 }
-void dec_glib_clean(State& s) { run_decode(s, clean(), g_decode); }
-void dec_glib_wrapped(State& s) { run_decode(s, wrapped(), g_decode); }
+void dec_glib_clean(State& s) { run_decode(s, base64_clean(), g_decode); }
+void dec_glib_wrapped(State& s) { run_decode(s, base64_wrapped(), g_decode); }
 PEER(dec_glib_clean, "base64_decode_clean/g_base64_decode");
 PEER(dec_glib_wrapped, "base64_decode_wrapped/g_base64_decode");
+#endif
+#if PEERS_ABSL
+static std::string absl_decode(const std::string& in) {
+  std::string o;
+  if (!absl::Base64Unescape(in, &o)) o.clear();
+  return o;
+}
+void dec_absl_clean(State& s) { run_decode(s, base64_clean(), absl_decode); }
+void dec_absl_wrapped(State& s) { run_decode(s, base64_wrapped(), absl_decode); }
+PEER(dec_absl_clean, "base64_decode_clean/absl::Base64Unescape");
+PEER(dec_absl_wrapped, "base64_decode_wrapped/absl::Base64Unescape");
 #endif
 #if PEERS_OPENSSL
 static std::string evp_block(const std::string& in) {
@@ -269,8 +224,8 @@ static std::string evp_update(const std::string& in) {
   o.resize(std::size_t(n + tail));
   return o;
 }
-void dec_evp_clean(State& s) { run_decode(s, clean(), evp_block); }
-void dec_evp_wrapped(State& s) { run_decode(s, wrapped(), evp_update); }
+void dec_evp_clean(State& s) { run_decode(s, base64_clean(), evp_block); }
+void dec_evp_wrapped(State& s) { run_decode(s, base64_wrapped(), evp_update); }
 PEER(dec_evp_clean, "base64_decode_clean/EVP_DecodeBlock");
 PEER(dec_evp_wrapped, "base64_decode_wrapped/EVP_DecodeUpdate");
 #endif
@@ -279,17 +234,17 @@ PEER(dec_evp_wrapped, "base64_decode_wrapped/EVP_DecodeUpdate");
 template <class Encode>
 static void run_encode(State& s, Encode encode) {
   for (auto _ : s) encode();
-  bytes(s, std::int64_t(clean().size()));
+  bytes(s, std::int64_t(base64_clean().size()));
 }
 void enc_scalar(State& s) {
   run_encode(s, [] {
-    auto o = scalar_encode(raw());
+    auto o = encode_base64(base64_bytes());
     keep(*o.data());
   });
 }
 void enc_copy(State& s) {
   run_encode(s, [] {
-    auto o = copy_of(clean());
+    auto o = copy_of(base64_clean());
     keep(*o.data());
   });
 }
@@ -297,7 +252,7 @@ PEER(enc_copy, "base64_encode/limit-memcpy");
 PEER(enc_scalar, "base64_encode/scalar-3-bytes");
 #if PEERS_QT
 void enc_qt(State& s) {
-  QByteArray q = QByteArray::fromRawData(raw().data(), qsizetype(raw().size()));
+  QByteArray q = QByteArray::fromRawData(base64_bytes().data(), qsizetype(base64_bytes().size()));
   run_encode(s, [&] {
     auto o = q.toBase64();
     keep(*o.constData());
@@ -308,7 +263,7 @@ PEER(enc_qt, "base64_encode/QByteArray::toBase64");
 #if PEERS_GLIB
 void enc_glib(State& s) {
   run_encode(s, [] {
-    char* o = g_base64_encode(reinterpret_cast<const guchar*>(raw().data()), raw().size());
+    char* o = g_base64_encode(reinterpret_cast<const guchar*>(base64_bytes().data()), base64_bytes().size());
     keep(*o);
     g_free(o);
   });
@@ -319,9 +274,9 @@ PEER(enc_glib, "base64_encode/g_base64_encode");
 void enc_evp(State& s) {
   run_encode(s, [] {
     std::string o;
-    o.resize(clean().size() + 1);
-    EVP_EncodeBlock(reinterpret_cast<unsigned char*>(o.data()), reinterpret_cast<const unsigned char*>(raw().data()),
-                    int(raw().size()));
+    o.resize(base64_clean().size() + 1);
+    EVP_EncodeBlock(reinterpret_cast<unsigned char*>(o.data()), reinterpret_cast<const unsigned char*>(base64_bytes().data()),
+                    int(base64_bytes().size()));
     keep(*o.data());
   });
 }
@@ -329,36 +284,24 @@ PEER(enc_evp, "base64_encode/EVP_EncodeBlock");
 #endif
 
 // ---------------------------------------------------------------- hex
-static const std::string& hex_in() {
-  static const std::string v = raw().substr(0, kHex);
-  return v;
-}
 static const char kDigits[] = "0123456789abcdef";
-template <class Body>
-static void run_hex(State& s, Body body) {
-  for (auto _ : s) body(hex_in());
-  bytes(s, std::int64_t(kHex));
-}
 void hex_copy(State& s) {  // as many bytes as the dump has
-  std::string from(kHex * 3 - 1, 'x');
-  run_hex(s, [&](auto&) {
-    auto o = copy_of(from);
-    keep(*o.data());
-  });
+  const std::string& from = hex_text();
+  run_hex_dump(s, [&](auto&) { return copy_of(from); });
 }
 void hex_nibbles(State& s) {
-  run_hex(s, [](auto& in) {
+  run_hex_dump(s, [](auto& in) {
     std::string o(in.size() * 3 - 1, ' ');
     char* d = o.data();
     for (std::size_t i = 0; i < in.size(); ++i, d += 3) {
       d[0] = kDigits[std::uint8_t(in[i]) >> 4];
       d[1] = kDigits[std::uint8_t(in[i]) & 15];
     }
-    keep(*o.data());
+    return o;
   });
 }
 void hex_snprintf(State& s) {
-  run_hex(s, [](auto& in) {
+  run_hex_dump(s, [](auto& in) {
     std::string o(in.size() * 3 + 1, 0);
     char* d = o.data();
     for (char c : in) {
@@ -366,7 +309,7 @@ void hex_snprintf(State& s) {
       d += 3;
     }
     o.resize(in.size() * 3 - 1);
-    keep(*o.data());
+    return o;
   });
 }
 PEER(hex_copy, "hex_dump/limit-memcpy");
@@ -374,13 +317,10 @@ PEER(hex_nibbles, "hex_dump/scalar-nibble-table");
 PEER(hex_snprintf, "hex_dump/snprintf");
 #if PEERS_QT
 void hex_qt(State& s) {
-  run_hex(s, [](auto& in) {
-    auto o = QByteArray::fromRawData(in.data(), qsizetype(in.size())).toHex(' ');
-    keep(*o.constData());
-  });
+  run_hex_dump(s, [](auto& in) { return QByteArray::fromRawData(in.data(), qsizetype(in.size())).toHex(' '); });
 }
 void unhex_qt(State& s) {
-  auto text = QByteArray::fromRawData(hex_in().data(), qsizetype(kHex)).toHex(' ');
+  auto text = QByteArray::fromRawData(hex_bytes().data(), qsizetype(kHexBytes)).toHex(' ');
   run_hex(s, [&](auto&) {
     auto o = QByteArray::fromHex(text);
     keep(*o.constData());
@@ -391,7 +331,7 @@ PEER(unhex_qt, "hex_parse/QByteArray::fromHex");
 #endif
 void unhex_scalar(State& s) {
   std::string text;
-  for (char c : hex_in()) {
+  for (char c : hex_bytes()) {
     text += kDigits[std::uint8_t(c) >> 4];
     text += kDigits[std::uint8_t(c) & 15];
     text += ' ';

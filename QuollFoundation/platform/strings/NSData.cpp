@@ -52,21 +52,24 @@ struct NSData::Regions {
 };
 
 Class* NSData::classObject() {
-  static Class* const cls = ClassBuilder<NSData>("NSData")
-                                .classMethod<&NSData::data_ofClass>("data"_sel)
-                                .classMethod<&NSData::dataWithBytes_length_ofClass>("dataWithBytes:length:"_sel)
-                                .classMethod<&NSData::dataWithData_ofClass>("dataWithData:"_sel)
-                                .initializer<&NSData::initWithBytes_length_ofClass>("initWithBytes:length:"_sel)
-                                .initializer<&NSData::initWithData_ofClass>("initWithData:"_sel)
-                                .method<&NSData::length>("length"_sel)
-                                .method<&NSData::bytes>("bytes"_sel)
-                                .method<&NSData::getBytes>("getBytes:"_sel)
-                                .method<&NSData::getBytes_length>("getBytes:length:"_sel)
-                                .method<&NSData::getBytes_range>("getBytes:range:"_sel)
-                                .method<&NSData::subdataWithRange>("subdataWithRange:"_sel)
-                                .method<&NSData::enumerateByteRangesUsingBlock>("enumerateByteRangesUsingBlock:"_sel)
-                                .method<&NSData::isEqualToData>("isEqualToData:"_sel)
-                                .build();
+  static Class* const cls =
+      ClassBuilder<NSData>("NSData")
+          .classMethod<&NSData::data_ofClass>("data"_sel)
+          .classMethod<&NSData::dataWithBytes_length_ofClass>("dataWithBytes:length:"_sel)
+          .classMethod<&NSData::dataWithBytesNoCopy_length_ofClass>("dataWithBytesNoCopy:length:"_sel)
+          .classMethod<&NSData::dataWithData_ofClass>("dataWithData:"_sel)
+          .initializer<&NSData::initWithBytes_length_ofClass>("initWithBytes:length:"_sel)
+          .initializer<&NSData::initWithBytesNoCopy_length_ofClass>("initWithBytesNoCopy:length:"_sel)
+          .initializer<&NSData::initWithData_ofClass>("initWithData:"_sel)
+          .method<&NSData::length>("length"_sel)
+          .method<&NSData::bytes>("bytes"_sel)
+          .method<&NSData::getBytes>("getBytes:"_sel)
+          .method<&NSData::getBytes_length>("getBytes:length:"_sel)
+          .method<&NSData::getBytes_range>("getBytes:range:"_sel)
+          .method<&NSData::subdataWithRange>("subdataWithRange:"_sel)
+          .method<&NSData::enumerateByteRangesUsingBlock>("enumerateByteRangesUsingBlock:"_sel)
+          .method<&NSData::isEqualToData>("isEqualToData:"_sel)
+          .build();
   return cls;
 }
 
@@ -115,6 +118,17 @@ Ref<NSData> NSData::initWithBytes_length_ofClass(const void* bytes, uint64_t len
   return data;
 }
 
+Ref<NSData> NSData::initWithBytesNoCopy_length_ofClass(void* bytes, uint64_t length, Class* cls) {
+  checkBytes(cls, "initWithBytesNoCopy:length:", bytes, length);
+  checkLength("initWithBytesNoCopy:length:", length);
+  Ref<NSData> data = create<NSData>(cls);
+  if (auto* changing = as<NSMutableData>(data.get())) {
+    changing->appendBytes_length(bytes, length);
+    std::free(bytes);
+  } else if (bytes) data->adopt(bytes, length);
+  return data;
+}
+
 Ref<NSData> NSData::initWithData_ofClass(const NSData* other, Class* cls) {
   if (!other) detail::raiseNilArgument(cls, "initWithData:");
   if (cls == NSData::classObject()) return other->copy();
@@ -127,6 +141,10 @@ Ref<NSData> NSData::data_ofClass(Class* cls) {
 Ref<NSData> NSData::dataWithBytes_length_ofClass(const void* bytes, uint64_t length, Class* cls) {
   if (cls == NSData::classObject()) return initWithBytes_length_ofClass(bytes, length, cls);
   return made<NSData>(cls, "initWithBytes:length:"_sel, bytes, length);
+}
+Ref<NSData> NSData::dataWithBytesNoCopy_length_ofClass(void* bytes, uint64_t length, Class* cls) {
+  if (cls == NSData::classObject()) return initWithBytesNoCopy_length_ofClass(bytes, length, cls);
+  return made<NSData>(cls, "initWithBytesNoCopy:length:"_sel, bytes, length);
 }
 Ref<NSData> NSData::dataWithData_ofClass(const NSData* other, Class* cls) {
   if (cls == NSData::classObject()) return initWithData_ofClass(other, cls);

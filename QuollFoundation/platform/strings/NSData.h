@@ -29,11 +29,18 @@ class QF_EXPORT NSData : public NSObject {
   template <class T = NSData> static Ref<T> dataWithBytes_length(const void* bytes, uint64_t length) {
     return cast<T>(dataWithBytes_length_ofClass(bytes, length, T::classObject()));
   }
+  /// Takes over bytes from `malloc` and frees them. They stay the caller's when it raises.
+  template <class T = NSData> static Ref<T> dataWithBytesNoCopy_length(void* bytes, uint64_t length) {
+    return cast<T>(dataWithBytesNoCopy_length_ofClass(bytes, length, T::classObject()));
+  }
   template <class T = NSData> static Ref<T> dataWithData(const NSData* other) {
     return cast<T>(dataWithData_ofClass(other, T::classObject()));
   }
   template <class T = NSData> static Ref<T> initWithBytes_length(const void* bytes, uint64_t length) {
     return cast<T>(initWithBytes_length_ofClass(bytes, length, T::classObject()));
+  }
+  template <class T = NSData> static Ref<T> initWithBytesNoCopy_length(void* bytes, uint64_t length) {
+    return cast<T>(initWithBytesNoCopy_length_ofClass(bytes, length, T::classObject()));
   }
   template <class T = NSData> static Ref<T> initWithData(const NSData* other) {
     return cast<T>(initWithData_ofClass(other, T::classObject()));
@@ -49,8 +56,10 @@ class QF_EXPORT NSData : public NSObject {
 
   static Ref<NSData> data_ofClass(Class* cls);
   static Ref<NSData> dataWithBytes_length_ofClass(const void* bytes, uint64_t length, Class* cls);
+  static Ref<NSData> dataWithBytesNoCopy_length_ofClass(void* bytes, uint64_t length, Class* cls);
   static Ref<NSData> dataWithData_ofClass(const NSData* other, Class* cls);
   static Ref<NSData> initWithBytes_length_ofClass(const void* bytes, uint64_t length, Class* cls);
+  static Ref<NSData> initWithBytesNoCopy_length_ofClass(void* bytes, uint64_t length, Class* cls);
   static Ref<NSData> initWithData_ofClass(const NSData* other, Class* cls);
 
   // Bytes

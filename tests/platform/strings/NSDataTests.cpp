@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <cstdlib>
 #include <numeric>
 #include <thread>
 #include <vector>
@@ -61,6 +62,35 @@ TEST(NSData, KeepsACopyOfItsBytes) {
   EXPECT_EQ(data->length(), 3u);
 }
 
+/// A copy of the bytes from `malloc`, for somebody who frees them.
+void* allocatedCopy(const Bytes& bytes) {
+  void* copy = std::malloc(bytes.size() + 1);
+  std::copy(bytes.begin(), bytes.end(), static_cast<uint8_t*>(copy));
+  return copy;
+}
+
+TEST(NSData, TakesBytesOverWithoutACopy) {
+  void* bytes = allocatedCopy({1, 2, 3});
+  const Ref<NSData> data = NSData::dataWithBytesNoCopy_length(bytes, 3);
+  EXPECT_EQ(data->bytes(), bytes);
+  EXPECT_EQ(bytesOf(data), (Bytes{1, 2, 3}));
+  EXPECT_EQ(data->copy(), data);
+}
+
+TEST(NSData, TakesOverAnAllocationWithoutBytes) {
+  for (void* bytes : {std::malloc(1), static_cast<void*>(nullptr)}) {
+    const Ref<NSData> data = NSData::initWithBytesNoCopy_length(bytes, 0);
+    EXPECT_NE(data->bytes(), nullptr);
+    EXPECT_THAT(data, equals(NSData::data()));
+  }
+}
+
+TEST(NSData, MutableDataGrowsBytesThatItTookOver) {
+  const Ref<NSMutableData> data = NSMutableData::dataWithBytesNoCopy_length<NSMutableData>(allocatedCopy({1, 2}), 2);
+  data->appendBytes_length("a", 1);
+  EXPECT_EQ(bytesOf(data), (Bytes{1, 2, 'a'}));
+}
+
 TEST(NSData, WithoutBytesHasAnAddressAllTheSame) {
   for (const Ref<NSData>& data : {NSData::data(), NSData::dataWithSpan({}), NSData::dataWithBytes_length(nullptr, 0),
                                   Ref<NSData>(NSMutableData::data()), NSData::dataWithRegions({})}) {
@@ -81,6 +111,8 @@ TEST(NSData, ConvertsToASpanExplicitly) {
 TEST(NSData, NullBytesWithALengthRaise) {
   EXPECT_THAT([] { NSData::dataWithBytes_length(nullptr, 1); },
               raises(NSInvalidArgumentException, "+[NSData initWithBytes:length:]: nil argument"));
+  EXPECT_THAT([] { NSData::dataWithBytesNoCopy_length(nullptr, 1); },
+              raises(NSInvalidArgumentException, "+[NSData initWithBytesNoCopy:length:]: nil argument"));
   EXPECT_THAT([] { NSMutableData::data()->appendBytes_length(nullptr, 1); },
               raises(NSInvalidArgumentException, "-[NSMutableData appendBytes:length:]: nil argument"));
 }
@@ -97,6 +129,9 @@ TEST(NSData, ALengthBeyondMemoryRaises) {
   constexpr uint64_t tooLong = UINT64_MAX - 8;
   EXPECT_THAT([] { NSData::dataWithBytes_length("", tooLong); },
               raises(NSInvalidArgumentException, "length 18446744073709551607"));
+  char stays[1] = {};
+  EXPECT_THAT([&] { NSData::dataWithBytesNoCopy_length(stays, tooLong); },
+              raises(NSInvalidArgumentException, "initWithBytesNoCopy:length:]: length 18446744073709551607"));
   EXPECT_THAT([] { NSMutableData::dataWithLength(tooLong); }, raises(NSInvalidArgumentException, "length"));
   EXPECT_THAT([] { NSMutableData::dataWithCapacity(tooLong); }, raises(NSInvalidArgumentException, "length"));
   EXPECT_THAT([] { mutableOf({1})->increaseLengthBy(UINT64_MAX); }, raises(NSInvalidArgumentException, "length"));
@@ -448,6 +483,12 @@ TEST(NSData, ASubclassIsMadeByTheSameOperations) {
 TEST(NSData, AnswersByName) {
   const Ref<NSData> data =
       send<Ref<NSData>>(NSData::classObject(), "dataWithBytes:length:"_sel, static_cast<const void*>("abc"), 3);
+  const auto adopted =
+      send<Ref<NSData>>(NSData::classObject(), "dataWithBytesNoCopy:length:"_sel, allocatedCopy({7}), 1);
+  EXPECT_EQ(bytesOf(adopted), Bytes{7});
+  const auto initialized =
+      send<Ref<NSData>>(alloc(NSData::classObject()), "initWithBytesNoCopy:length:"_sel, allocatedCopy({8}), 1);
+  EXPECT_EQ(bytesOf(initialized), Bytes{8});
   EXPECT_EQ(send<int>(data, "length"_sel), 3);
   EXPECT_EQ(send<const void*>(data, "bytes"_sel), data->bytes());
   EXPECT_EQ(bytesOf(send<Ref<NSData>>(data, "subdataWithRange:"_sel, NSRange{1, 1})), Bytes{'b'});
@@ -462,6 +503,7 @@ TEST(NSData, NothingIsLeaked) {
   const LeakGuard guard;
   inRegions(counted(6), {1, 2, 3})->bytes();
   mutableOf({1})->appendBytes_length("abc", 3);
+  NSData::dataWithBytesNoCopy_length(allocatedCopy({1}), 1);
 }
 
 }  // namespace
