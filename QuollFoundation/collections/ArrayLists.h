@@ -47,18 +47,6 @@ QF_EXPORT Ref<NSMutableArray> _initWithObjectsFromArray_variableArguments_ofClas
                                                                                   const ObjectList* others, Class* cls);
 QF_EXPORT void _addObject_variableArguments(NSMutableArray* receiver, const NSObject* first, const ObjectList* others);
 
-namespace detail {
-template <class T> Ref<ObjectList> listOf(std::initializer_list<T> items) {
-  std::vector<const NSObject*> pointers;
-  pointers.reserve(items.size());
-  for (const T& each : items) {
-    if constexpr (std::is_pointer_v<T>) pointers.push_back(each);
-    else pointers.push_back(each.get());
-  }
-  return ObjectList::of(pointers);
-}
-}  // namespace detail
-
 template <class T> Ref<T> arrayWithObjectsFromArrays(std::initializer_list<const NSArray*> arrays) {
   return cast<T>(arrayWithObjectsFromArrays_ofClass(detail::listOf(arrays), T::classObject()));
 }

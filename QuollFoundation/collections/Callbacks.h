@@ -31,35 +31,34 @@ using EntryReducer = BlockRef<Ref<NSObject>(NSObject* memo, NSObject* key, NSObj
 
 namespace detail {
 
-template <class F> struct ArgumentCount;
-template <class... A> struct ArgumentCount<void(A...)> : std::integral_constant<int, sizeof...(A)> {};
-
-template <class F> constexpr int argumentCount() {
-  if constexpr (PlainCall<F>) return ArgumentCount<typename CallShape<decltype(&F::operator())>::Type>::value;
+/// What a callable declares, as void(...); void for one that is a template.
+template <class F> constexpr auto declaredShape() {
+  if constexpr (PlainCall<F>) return static_cast<typename CallShape<decltype(&F::operator())>::Type*>(nullptr);
   else if constexpr (requires { typename CallShape<F>::Type; })
-    return ArgumentCount<typename CallShape<F>::Type>::value;
+    return static_cast<typename CallShape<F>::Type*>(nullptr);
+  else return nullptr;
+}
+template <class... A> constexpr int countArguments(void (*)(A...)) { return sizeof...(A); }
+template <class A, class B> constexpr bool hasIndex(void (*)(A, B)) { return std::integral<B>; }
+constexpr bool hasIndex(...) { return false; }
+
+// One question after the other: each makes a template of the callback come to life.
+template <class F> constexpr int argumentCount() {
+  if constexpr (!std::is_null_pointer_v<decltype(declaredShape<F>())>) return countArguments(declaredShape<F>());
   else if constexpr (std::is_invocable_v<F&, NSObject*>) return 1;
-  else if constexpr (std::is_invocable_v<F&, NSObject*, NSObject*> || std::is_invocable_v<F&, NSObject*, uint64_t>)
-    return 2;
+  else if constexpr (std::is_invocable_v<F&, NSObject*, NSObject*>) return 2;
+  else if constexpr (std::is_invocable_v<F&, NSObject*, uint64_t>) return 2;
   else if constexpr (std::is_invocable_v<F&, NSObject*, NSObject*, NSObject*>) return 3;
   else return 0;
 }
-
-template <class F> struct SecondArgument;
-template <class A, class B> struct SecondArgument<void(A, B)> {
-  using Type = B;
-};
 
 }  // namespace detail
 
 /// A callable of so many arguments: what tells the overloads of one name apart.
 template <class F, int count> concept CallbackOf = detail::argumentCount<std::decay_t<F>>() == count;
 
-/// One of two arguments, the second of which is an index.
+/// One of two arguments, the second of which is declared as an index.
 template <class F>
-concept IndexedCallback = CallbackOf<F, 2> && detail::PlainCall<std::decay_t<F>> && requires {
-  requires std::integral<
-      typename detail::SecondArgument<typename detail::CallShape<decltype(&std::decay_t<F>::operator())>::Type>::Type>;
-};
+concept IndexedCallback = CallbackOf<F, 2> && detail::hasIndex(detail::declaredShape<std::decay_t<F>>());
 
 }  // namespace quoll::inline v1

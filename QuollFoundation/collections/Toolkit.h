@@ -19,8 +19,10 @@
 /// callback's arguments; it is told beside the members.
 ///
 /// Walks visit the whole collection unless the family ends early by itself (All, Any, Find, IndexOf). A dictionary's
-/// plain members hand over its values. A callback that changes the collection raises NSGenericException. "Mutable" and
-/// "immutable" below say what the result is; it is the caller's own, unless an argument itself is given back.
+/// plain members hand over its values. A callback that changes the collection raises NSGenericException, unless the member
+/// walks a list that it made before: of a dictionary's values (All, Any, GroupBy, IndexBy, Min, Max, Reduce), or of what is
+/// sorted. "Mutable" and "immutable" below say what the result is; it is the caller's own, unless an argument itself is
+/// given back.
 ///
 /// A null collection gives null, zero or NO, unless its member says otherwise; a null callback does not compile.
 ///

@@ -1,16 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/RecordsInternal.h"
+#include "QuollFoundation/platform/strings/CharacterSets.h"
 #include "QuollFoundation/platform/strings/NSData.h"
-#include "QuollFoundation/platform/strings/NSString.h"
+#include "QuollFoundation/platform/strings/NSMutableString.h"
 
 namespace quoll::inline v1::detail {
 
 extern const AdditionGroup<NSString> base64Additions;
+extern const AdditionGroup<NSString> commonAffixAdditions;
+extern const AdditionGroup<NSString> diagnosticAdditions;
+extern const AdditionGroup<NSString> escapingAdditions;
 extern const AdditionGroup<NSData> hexTextAdditions;
 extern const AdditionGroup<NSString> lineModelAdditions;
+extern const AdditionGroup<NSMutableString> mutableWhiteSpaceAdditions;
+extern const AdditionGroup<NSString> naturalOrderAdditions;
+extern const AdditionGroup<NSString> substringAdditions;
+extern const AdditionGroup<NSCharacterSet> tabCharacterSetAdditions;
+extern const AdditionGroup<NSString> tokenizerAdditions;
+extern const AdditionGroup<NSString> whiteSpaceAdditions;
+extern const AdditionGroup<NSString> wordAdditions;
 
 namespace {
-constinit const GroupRecord groups[] = {base64Additions, hexTextAdditions, lineModelAdditions};
+constinit const GroupRecord groups[] = {
+    base64Additions,    commonAffixAdditions,       diagnosticAdditions,   escapingAdditions,  hexTextAdditions,
+    lineModelAdditions, mutableWhiteSpaceAdditions, naturalOrderAdditions, substringAdditions, tabCharacterSetAdditions,
+    tokenizerAdditions, whiteSpaceAdditions,        wordAdditions};
 }  // namespace
 
 extern constinit const FolderRecord textRecords{{}, groups, {}};

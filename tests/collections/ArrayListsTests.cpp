@@ -110,7 +110,7 @@ TEST(ArrayLists, GivesTheReceiverItselfWhereTheFirstObjectIsNull) {
   EXPECT_EQ(arrayByAddingObjects(array, {nullptr, 2}), array);
   EXPECT_EQ(arrayByAddingObjects(array, {}), array);
   const Ref<NSMutableArray> changing = NSMutableArray::arrayWithObjects({1});
-  EXPECT_EQ(arrayByAddingObjects(changing, {nullptr}), changing);
+  EXPECT_EQ(arrayByAddingObjects(changing, {nullptr, 1}), changing);
 }
 
 TEST(ArrayLists, AddsObjectsToANewImmutableArray) {

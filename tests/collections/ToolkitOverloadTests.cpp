@@ -97,6 +97,8 @@ static_assert(gives<Ref<NSOrderedSet>, decltype(Without(cmo(), x()))>);
 static_assert(gives<Block<bool(NSObject*)>, decltype(Negate(test))>);
 static_assert(gives<Block<bool(NSObject*, NSObject*)>, decltype(Negate([](NSObject*, NSObject*) { return true; }))>);
 static_assert(gives<Block<bool(NSObject*, uint64_t)>, decltype(Negate([](NSObject*, uint64_t) { return true; }))>);
+bool isFirst(NSObject*, uint64_t index) { return index == 0; }
+static_assert(gives<Block<bool(NSObject*, uint64_t)>, decltype(Negate(&isFirst))>);
 
 // No member of such a shape, no overload.
 template <class C, class F> concept CanFilter = requires(C collection, F callback) { Filter(collection, callback); };
@@ -293,6 +295,14 @@ TEST(ToolkitOverloads, PickByTheCallbacksShape) {
   });
 }
 
+TEST(ToolkitOverloads, TakesATemplateWhoseBodyFitsEntriesOnly) {
+  const Ref<NSDictionary> ages = NSDictionary::dictionaryWithEntries({{"a"_ns, 1}});
+  const auto joined = Map(ages, [](auto* key, auto* value) {
+    return NSString::stringWithFormat("%@=%@"_ns, key->description(), value->description());
+  });
+  EXPECT_THAT(joined->objectForKey("a"_ns), equals("a=1"));
+}
+
 TEST(ToolkitOverloads, NegatePicksByItsPredicatesShape) {
   const auto one = Negate([](NSNumber* n) { return n->integerValue() == 1; });
   EXPECT_EQ(shown(Filter(list({1, 2}), one)), "[2]");
@@ -300,6 +310,7 @@ TEST(ToolkitOverloads, NegatePicksByItsPredicatesShape) {
   EXPECT_EQ(shown(Filter(letters(), entry)), "{b=2 c=4}");
   const auto index = Negate([](NSObject*, uint64_t at) { return at == 0; });
   EXPECT_EQ(shown(Filter(list({7, 8}), index)), "[8]");
+  EXPECT_FALSE(Negate(&isFirst)(nullptr, 0));
   const auto function = Negate(isEven);
   EXPECT_EQ(shown(Filter(list({1, 2}), function)), "[1]");
   const auto twice = Negate(Negate(isEven));

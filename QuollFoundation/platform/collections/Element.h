@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <initializer_list>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
+#include "QuollFoundation/platform/object/ObjectList.h"
 #include "QuollFoundation/platform/values/Boxing.h"
 
 namespace quoll::inline v1 {
@@ -30,5 +33,18 @@ class Element {
  private:
   Ref<NSObject> object_;
 };
+
+namespace detail {
+/// A list in braces as it travels in a message.
+template <class T> Ref<ObjectList> listOf(std::initializer_list<T> items) {
+  std::vector<const NSObject*> pointers;
+  pointers.reserve(items.size());
+  for (const T& each : items) {
+    if constexpr (std::is_pointer_v<T>) pointers.push_back(each);
+    else pointers.push_back(each.get());
+  }
+  return ObjectList::of(pointers);
+}
+}  // namespace detail
 
 }  // namespace quoll::inline v1
