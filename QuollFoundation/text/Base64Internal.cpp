@@ -29,13 +29,13 @@ struct Squeezed {
 /// costs the same whether it is skipped or not.
 HWY_INLINE void squeeze(const uint8_t*& text, size_t length, const uint8_t* end, Squeezed& out) {
   size_t count = 0;
-  const auto take = [&]() HWY_ATTR {
-    const uint8_t value = base64Values[*text++];
+  const auto take = [&](uint8_t byte) HWY_ATTR {
+    const uint8_t value = base64Values[byte];
     out.values[count] = value;
     count += value != notBase64;
   };
-  for (const uint8_t* const until = text + length; text != until;) take();
-  while (count % 4 != 0 && text != end) take();
+  for (const uint8_t* const until = text + length; text != until; ++text) take(*text);
+  for (; count % 4 != 0 && text != end; ++text) take(*text);
   out.count = count;
 }
 
