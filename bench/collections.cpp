@@ -274,11 +274,24 @@ void walk(State& s) {
     return sum;
   });
 }
+void visit(State& s) {
+  const Ref<NSMutableDictionary> dictionary = filled(values());
+  per_element(s, kN, Itself(), [&] {
+    std::uint64_t n = 0;
+    for (const auto [key, number] : *dictionary) {
+      keep(key);
+      keep(number);
+      ++n;
+    }
+    return n;
+  });
+}
 OURS(insert, "hash_insert");
 OURS(find_hit, "hash_find_hit");
 PEER(contains, "hash_find_hit/quoll-contains");
 OURS(find_equal, "hash_find_equal");
 OURS(find_miss, "hash_find_miss");
 OURS(walk, "hash_walk");
+OURS(visit, "hash_visit");
 
 }  // namespace

@@ -29,19 +29,19 @@ struct Squeezed {
 /// costs the same whether it is skipped or not.
 HWY_INLINE void squeeze(const uint8_t*& text, size_t length, const uint8_t* end, Squeezed& out) {
   size_t count = 0;
-  const auto take = [&]() HWY_ATTR {
-    const uint8_t value = base64Values[*text++];
+  const auto take = [&](uint8_t byte) HWY_ATTR {
+    const uint8_t value = base64Values[byte];
     out.values[count] = value;
     count += value != notBase64;
   };
-  for (const uint8_t* const until = text + length; text != until;) take();
-  while (count % 4 != 0 && text != end) take();
+  for (const uint8_t* const until = text + length; text != until; ++text) take(*text);
+  for (; count % 4 != 0 && text != end; ++text) take(*text);
   out.count = count;
 }
 
 #if HWY_TARGET == HWY_SCALAR
 
-/// Writes the bytes of the values and steps behind them.
+/// Writes the bytes of the values and steps behind those of whole groups.
 HWY_INLINE void pack(const Squeezed& in, uint8_t*& out) {
   for (size_t i = 0; i < in.count; i += 4) {
     const uint8_t* const v = in.values + i;
@@ -49,7 +49,7 @@ HWY_INLINE void pack(const Squeezed& in, uint8_t*& out) {
     out[i / 4 * 3 + 1] = static_cast<uint8_t>(v[1] << 4 | v[2] >> 2);
     out[i / 4 * 3 + 2] = static_cast<uint8_t>(v[2] << 6 | v[3]);
   }
-  out += in.count * 3 / 4;
+  out += in.count / 4 * 3;
 }
 
 /// Takes up whole groups as long as nothing, or little, is to be skipped.
@@ -81,7 +81,7 @@ HWY_INLINE void pack(Squeezed& in, uint8_t*& out) {
   for (size_t i = 0; i < in.count; i += hn::Lanes(d)) {
     hn::StoreU(packed(hn::Load(d, in.values + i)), d, out + i / 4 * 3);
   }
-  out += in.count * 3 / 4;
+  out += in.count / 4 * 3;
 }
 
 /// Which characters are not of the alphabet. Each half of a character tells by one bit a kind which kinds it is in.
@@ -136,14 +136,16 @@ HWY_INLINE void decodeSmooth(const uint8_t*& text, const uint8_t* end, uint8_t*&
 
 size_t DecodeBase64(const uint8_t* text, size_t length, uint8_t* out) {
   const uint8_t* const end = text + length;
-  uint8_t* const first = out;
-  Squeezed squeezed;
+  const uint8_t* const first = out;
+  size_t unfinished = 0;
   while (text != end) {
     decodeSmooth(text, end, out);
-    squeeze(text, std::min<size_t>(stretch, static_cast<size_t>(end - text)), end, squeezed);
-    pack(squeezed, out);
+    Squeezed rest;
+    squeeze(text, std::min<size_t>(stretch, static_cast<size_t>(end - text)), end, rest);
+    pack(rest, out);
+    unfinished = rest.count % 4;
   }
-  return static_cast<size_t>(out - first);
+  return static_cast<size_t>(out - first) / 3 * 4 + unfinished;
 }
 
 }  // namespace quoll::inline v1::detail::HWY_NAMESPACE
@@ -154,8 +156,8 @@ namespace quoll::inline v1::detail {
 
 HWY_EXPORT(DecodeBase64);
 
-size_t decodeBase64Text(const uint8_t* text, size_t length, uint8_t* out) {
-  return HWY_DYNAMIC_DISPATCH(DecodeBase64)(text, length, out);
+size_t decodeBase64Text(const char* text, size_t length, uint8_t* out) {
+  return HWY_DYNAMIC_DISPATCH(DecodeBase64)(reinterpret_cast<const uint8_t*>(text), length, out);
 }
 
 }  // namespace quoll::inline v1::detail

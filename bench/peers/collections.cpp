@@ -600,11 +600,29 @@ void hash_walk(State& s) {
     return sum;
   });
 }
+template <class Map, class Key>
+void hash_visit(State& s) {
+  const Map m = filled<Map, Key>();
+  per_element(s, kN, Itself(), [&] {
+    std::size_t n = 0;
+    for (auto i = m.begin(); i != m.end(); ++i, ++n) {
+      if constexpr (requires { i->first; }) {
+        keep(&i->first);
+        keep(&i->second);
+      } else {
+        keep(&i.key());
+        keep(&i.value());
+      }
+    }
+    return n;
+  });
+}
 #define HASHED(Map, Key, name)                         \
   PEER((hash_insert<Map, Key>), "hash_insert/" name);  \
   PEER((hash_hit<Map, Key>), "hash_find_hit/" name);   \
   PEER((hash_miss<Map, Key>), "hash_find_miss/" name); \
-  PEER((hash_walk<Map, Key>), "hash_walk/" name)
+  PEER((hash_walk<Map, Key>), "hash_walk/" name);      \
+  PEER((hash_visit<Map, Key>), "hash_visit/" name)
 using Std8 = std::unordered_map<std::string, int>;
 using Std16 = std::unordered_map<std::u16string, int>;
 HASHED(Std8, std::string, "unordered_map<string>");

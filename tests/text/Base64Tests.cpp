@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <random>
 #include <string>
 
 #include "QuollFoundation/platform/object/Send.h"
@@ -192,6 +193,36 @@ TEST(Base64Additions, DecodeTextsOfAllLengths) {
     ASSERT_EQ(bytesOf(decodeBase64(asciiOf(text))), bytes.substr(0, length));
     ASSERT_EQ(bytesOf(decodeBase64(wideOf(text))), bytes.substr(0, length));
   }
+}
+
+TEST(Base64Additions, DecodeGroupsThatAreFarApart) {
+  std::string bytes(40'000, '\0');
+  for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 37 + i / 256);
+  for (const size_t width : {1, 3, 75, 76, 1000, 8191}) {
+    for (const size_t gap : {1, 2, 3, 70}) {
+      std::string text;
+      for (size_t i = 0; const char c : modelEncodedBase64(bytes)) {
+        text += c;
+        if (++i % width == 0) text.append(gap, ' ');
+      }
+      ASSERT_EQ(bytesOf(decodeBase64(wideOf(text))), bytes) << width << ", " << gap;
+      ASSERT_EQ(bytesOf(decodeBase64(asciiOf(text))), bytes) << width << ", " << gap;
+      text.pop_back();
+      ASSERT_EQ(bytesOf(decodeBase64(asciiOf(text + "ä"))), "");
+    }
+  }
+}
+
+RC_GTEST_PROP(Base64Additions, StorageMakesNoDifference, ()) {
+  const auto length = *rc::gen::inRange<size_t>(0, 30'000);
+  const auto seed = *rc::gen::arbitrary<uint32_t>();
+  const auto noise = *rc::gen::inRange(0, 100);
+  std::minstd_rand random(seed);
+  std::string text(length, '\0');
+  for (char& c : text) c = static_cast<int>(random() % 100) < noise ? ' ' : base64Alphabet[random() / 7 % 64];
+  const std::string expected = modelDecodedBase64(text);
+  RC_ASSERT(bytesOf(decodeBase64(wideOf(text))) == expected);
+  RC_ASSERT(bytesOf(decodeBase64(asciiOf(text))) == expected);
 }
 
 TEST(Base64Additions, DecodeALongTextOfNoiseToFewBytes) {
