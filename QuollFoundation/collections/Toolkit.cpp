@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "QuollFoundation/platform/collections/ArrayAccessInternal.h"
 #include "QuollFoundation/platform/collections/NSIndexSet.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/platform/strings/NSString.h"
@@ -48,11 +49,19 @@ auto valueAt(const NSString* keyPath) {
 // The cores. Each takes any callable, so that a member's own callback is called directly. A callback may let the last
 // reference to the collection go: what is read once more after a walk is pinned.
 
+void append(NSMutableArray* results, Ref<NSObject> result) { detail::ArrayAccess::append(results, std::move(result)); }
+template <class Collection> void append(Collection* results, const Ref<NSObject>& result) {
+  results->addObject(result);
+}
+
+/// The passing elements are collected at once: what an index set would tell is only where they are.
 template <class Test> Ref<NSArray> filteredArray(const NSArray* array, Test test) {
   if (!array) return nullptr;
-  const Ref<NSArray> pinned = itself(array);
-  return array->objectsAtIndexes(array->indexesOfObjectsPassingTest(
-      [&](NSObject* element, uint64_t index, bool*) { return test(element, index); }));
+  const Ref<NSMutableArray> passing = NSMutableArray::array();
+  eachIndexed(enumerable(array), [&](NSObject* element, uint64_t index) {
+    if (test(element, index)) append(passing.get(), element);
+  });
+  return detail::ArrayAccess::frozen(passing);
 }
 
 template <class Test> Ref<NSOrderedSet> filteredOrderedSet(const NSOrderedSet* set, Test test) {
@@ -94,12 +103,11 @@ template <class Test> Ref<NSObject> foundInDictionary(const NSDictionary* dictio
   return found;
 }
 
-/// Collects what `transform(element, index)` gives into a new mutable `Result`; null when there is no collection.
-template <class Result, class Transform> Ref<Result> mapped(NSObject* collection, Transform transform) {
-  if (!collection) return nullptr;
-  Ref<Result> results = make<Result>();
+/// Collects what `transform(element, index)` gives into `results`, which are new.
+template <class Result, class Transform>
+Ref<Result> mapped(NSObject* collection, Ref<Result> results, Transform transform) {
   eachIndexed(collection, [&](NSObject* element, uint64_t index) {
-    if (const Ref<NSObject> result = transform(element, index)) results->addObject(result);
+    if (Ref<NSObject> result = transform(element, index)) append(results.get(), std::move(result));
   });
   return results;
 }
@@ -121,16 +129,20 @@ template <class Key> Ref<NSMutableDictionary> grouped(NSObject* collection, Key 
   detail::walk(collection, [&](NSObject* element) {
     const Ref<NSObject> key = keyOf(element);
     if (!key) return true;
-    Ref<NSObject> group = groups->objectForKey(key);
+    auto* group = static_cast<NSMutableArray*>(const_cast<void*>(CFDictionaryGetValue(groups, key.get())));
     if (!group) {
-      group = NSMutableArray::array();
-      groups->setObject_forKey(group, key);
+      const Ref<NSMutableArray> first = NSMutableArray::array();
+      groups->setObject_forKey(first, key);
+      group = first.get();
     }
-    static_cast<NSMutableArray*>(group.get())->addObject(element);
+    append(group, element);
     return true;
   });
   const Ref<NSArray> keys = groups->allKeys();
-  for (NSObject* key : *keys) groups->setObject_forKey(groups->objectForKey(key)->copy(), key);
+  for (NSObject* key : *keys) {
+    const Ref<NSObject> group = groups->objectForKey(key);
+    groups->setObject_forKey(detail::ArrayAccess::frozen(static_cast<NSMutableArray*>(group.get())), key);
+  }
   return groups;
 }
 
@@ -452,11 +464,27 @@ Ref<NSOrderedSet> __ASTIntersection_NSOrderedSet(const NSOrderedSet* a, const NS
 
 // Map, Pluck
 
+namespace {
+template <class Transform> Ref<NSMutableArray> mappedArray(const NSArray* array, Transform transform) {
+  if (!array) return nullptr;
+  return mapped(enumerable(array), NSMutableArray::arrayWithCapacity(array->count()), transform);
+}
+template <class Transform> Ref<NSMutableArray> mappedEnumerable(NSObject* collection, Transform transform) {
+  return collection ? mapped(collection, NSMutableArray::array(), transform) : nullptr;
+}
+template <class Transform> Ref<NSMutableOrderedSet> mappedOrderedSet(const NSOrderedSet* set, Transform transform) {
+  return set ? mapped(enumerable(set), NSMutableOrderedSet::orderedSet(), transform) : nullptr;
+}
+auto withoutIndex(const ElementTransform& transform) {
+  return [&transform](NSObject* element, uint64_t) { return transform(element); };
+}
+}  // namespace
+
 Ref<NSMutableArray> __ASTMap_NSArray(const NSArray* array, ElementTransform transform) {
-  return mapped<NSMutableArray>(enumerable(array), [&](NSObject* element, uint64_t) { return transform(element); });
+  return mappedArray(array, withoutIndex(transform));
 }
 Ref<NSMutableArray> __ASTMap_NSArray_withIndex(const NSArray* array, IndexedTransform transform) {
-  return mapped<NSMutableArray>(enumerable(array), transform);
+  return mappedArray(array, transform);
 }
 Ref<NSMutableDictionary> __ASTMap_NSDictionary(const NSDictionary* dictionary, ElementTransform transform) {
   return mappedDictionary(dictionary, [&](NSObject*, NSObject* value) { return transform(value); });
@@ -474,19 +502,19 @@ Ref<NSMutableArray> __ASTMap_NSDictionary_keysAndValues_toArray(const NSDictiona
   return results;
 }
 Ref<NSMutableSet> __ASTMap_NSSet(const NSSet* set, ElementTransform transform) {
-  return mapped<NSMutableSet>(enumerable(set), [&](NSObject* element, uint64_t) { return transform(element); });
+  return set ? mapped(enumerable(set), NSMutableSet::set(), withoutIndex(transform)) : nullptr;
 }
 Ref<NSMutableOrderedSet> __ASTMap_NSOrderedSet(const NSOrderedSet* set, ElementTransform transform) {
-  return mapped<NSMutableOrderedSet>(enumerable(set), [&](NSObject* element, uint64_t) { return transform(element); });
+  return mappedOrderedSet(set, withoutIndex(transform));
 }
 Ref<NSMutableOrderedSet> __ASTMap_NSOrderedSet_withIndex(const NSOrderedSet* set, IndexedTransform transform) {
-  return mapped<NSMutableOrderedSet>(enumerable(set), transform);
+  return mappedOrderedSet(set, transform);
 }
 Ref<NSMutableArray> __ASTMap_NSFastEnumeration(NSObject* collection, ElementTransform transform) {
-  return mapped<NSMutableArray>(collection, [&](NSObject* element, uint64_t) { return transform(element); });
+  return mappedEnumerable(collection, withoutIndex(transform));
 }
 Ref<NSMutableArray> __ASTMap_NSFastEnumeration_withIndex(NSObject* collection, IndexedTransform transform) {
-  return mapped<NSMutableArray>(collection, transform);
+  return mappedEnumerable(collection, transform);
 }
 
 Ref<NSMutableDictionary> __ASTPluck_NSDictionary(const NSDictionary* dictionary, const NSString* keyPath) {

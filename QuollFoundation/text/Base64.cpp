@@ -10,10 +10,10 @@
 #include <string_view>
 
 #include "QuollFoundation/platform/object/AdditionGroup.h"
+#include "QuollFoundation/platform/object/LargeMemoryInternal.h"
 #include "QuollFoundation/platform/strings/NSString.h"
 #include "QuollFoundation/platform/strings/UTF8Internal.h"
 #include "QuollFoundation/text/Base64Internal.h"
-#include "QuollFoundation/text/LargeMemoryInternal.h"
 
 namespace quoll::inline v1 {
 

@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "QuollFoundation/platform/object/AdditionGroup.h"
+#include "QuollFoundation/platform/object/LargeMemoryInternal.h"
 #include "QuollFoundation/platform/strings/NSData.h"
 #include "QuollFoundation/platform/strings/TextInternal.h"
 #include "QuollFoundation/text/HexTextInternal.h"
-#include "QuollFoundation/text/LargeMemoryInternal.h"
 
 namespace quoll::inline v1 {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vector>
 
-#include "QuollFoundation/platform/collections/NSMutableArray.h"
+#include "QuollFoundation/platform/collections/ArrayAccessInternal.h"
 #include "QuollFoundation/platform/collections/NSSortDescriptor.h"
 #include "QuollFoundation/platform/collections/StableSortInternal.h"
 #include "QuollFoundation/platform/object/NSException.h"
@@ -14,10 +14,13 @@ namespace {
 
 template <class Compare> Ref<NSArray> sorted(const NSArray* array, Compare compare) {
   const Ref<NSArray> given = array->copy();
+  const Ref<NSMutableArray> result =
+      NSMutableArray::initWithArray(given);  // references are taken while in memory's order
   std::vector<NSObject*> objects(given->begin(), given->end());
   detail::stableSort(objects.data(), objects.size(),
                      [&](NSObject* a, NSObject* b) { return compare(a, b) == NSOrderedDescending; });
-  return NSArray::arrayWithObjects_count(objects.data(), objects.size());
+  detail::ArrayAccess::arrange(result, objects.data());
+  return detail::ArrayAccess::frozen(result);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "QuollFoundation/platform/collections/OwnershipInternal.h"
+#include "QuollFoundation/platform/object/LargeMemoryInternal.h"
 
 namespace quoll::inline v1::detail {
 
@@ -17,6 +18,7 @@ void HashIndex::reserve(uint64_t count) {
   const uint64_t size = std::max<uint64_t>(16, std::bit_ceil(count + count / 3 + 1));
   auto* fresh = static_cast<Slot*>(std::calloc(size, sizeof(Slot)));
   if (!fresh) raise(NSMallocException, "no memory for the index of a collection");
+  prepareToSearch(fresh, size * sizeof(Slot));
   HashIndex old;
   old.swap(*this);
   slots_ = fresh;
@@ -69,6 +71,7 @@ template <class Entry> void EntryTable<Entry>::reserve(uint64_t count) {
   const auto wanted = static_cast<uint32_t>(count);
   if (wanted > capacity_) {
     entries_ = resized(entries_, wanted);
+    prepareToSearch(entries_, wanted * sizeof(Entry));
     capacity_ = wanted;
   }
   if (wanted <= searchedOneByOne) return;

@@ -32,11 +32,17 @@ template <class Visit> bool walk(NSObject* enumerable, Visit visit) {
   while (const uint64_t count = enumerable->countByEnumeratingWithState_objects_count(&state, buffer, 16)) {
     if (!started && state.mutationsPtr) mutations = *state.mutationsPtr;
     started = true;
+    if (state.mutationsPtr == &neverMutated) {
+      for (uint64_t i = 0; i < count; ++i) {
+        if (!visit(state.itemsPtr[i])) return false;
+      }
+      continue;
+    }
     for (uint64_t i = 0; i < count; ++i) {
       if (state.mutationsPtr && *state.mutationsPtr != mutations) [[unlikely]]
         objc_enumerationMutation(enumerable);
       NSObject* const element = state.itemsPtr[i];
-      const Ref<NSObject> kept = state.mutationsPtr == &neverMutated ? nullptr : element;  // `visit` may remove it
+      const Ref<NSObject> kept = element;  // `visit` may remove it
       if (!visit(element)) return false;
     }
   }

@@ -11,6 +11,9 @@
 
 namespace quoll::inline v1 {
 
+namespace detail {
+struct ArrayAccess;
+}
 class NSEnumerator;
 class NSIndexSet;
 class NSMutableArray;
@@ -145,6 +148,7 @@ class QF_EXPORT NSArray : public CFArray {
 
  private:
   friend class NSMutableArray;
+  friend struct detail::ArrayAccess;
   [[noreturn]] void raisePastEnd(std::string_view selector, uint64_t index) const;
   void checkRange(std::string_view selector, NSRange range) const;
   static Ref<NSArray> holding(NSObject* const* objects, uint64_t count, Class* cls, std::string_view selector);

@@ -5,6 +5,10 @@
 
 namespace quoll::inline v1 {
 
+namespace detail {
+struct ArrayAccess;
+}
+
 /// An array that can be changed. `copy` gives an immutable one.
 class QF_EXPORT NSMutableArray : public NSArray {
   QF_CLASS(NSMutableArray, NSArray)
@@ -67,6 +71,7 @@ class QF_EXPORT NSMutableArray : public NSArray {
   NSMutableArray() = default;
 
  private:
+  friend struct detail::ArrayAccess;
   void takeItems(void** items, uint64_t count) override;
   void reorder(const NSArray* sorted, uint64_t mutations);
   template <class Removes> void removeWhere(NSRange range, Removes removes);

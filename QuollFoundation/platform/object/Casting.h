@@ -14,21 +14,30 @@ namespace detail {
 QF_EXPORT bool isOfClass(const NSObject* object, const Class* cls);
 [[noreturn]] QF_EXPORT void raiseWrongClass(const NSObject* object, std::string_view wanted);
 
-/// Remembers up to eight vtables that it accepted: a class cluster has several. A line is written once, so that
-/// threads never take it from one another.
+/// The vtables that are known to be of a class: the first that was met, since mostly objects of a type are of one class, and
+/// eight more. A line is written once, so that threads never take it from one another.
+template <class T> struct KnownVtables {
+  static inline constinit std::atomic<const void*> first{};
+  static inline constinit std::atomic<const void*> others[8]{};
+
+  [[gnu::noinline]] static bool has(const NSObject* object) {
+    const void* vtable = vtableOf(object);
+    std::atomic<const void*>& line = others[SelectorName::firstLine(vtable) % 8];
+    const void* known = line.load(std::memory_order_relaxed);
+    if (vtable == known) return true;
+    if (!isOfClass(object, T::classObject())) return false;
+    if (!known) line.store(vtable, std::memory_order_relaxed);
+    if (!first.load(std::memory_order_relaxed)) first.store(vtable, std::memory_order_relaxed);
+    return true;
+  }
+};
+
 template <class T> bool isKind(const NSObject* object) {
   if constexpr (std::is_same_v<std::remove_const_t<T>, NSObject>) {
     return true;
   } else {
-    static constinit std::atomic<const void*> accepted[8]{};
-    const void* vtable = vtableOf(object);
-    std::atomic<const void*>& line = accepted[SelectorName::firstLine(vtable) % 8];
-    const void* known = line.load(std::memory_order_relaxed);
-    if (vtable == known) [[likely]]
-      return true;
-    if (!isOfClass(object, T::classObject())) return false;
-    if (!known) line.store(vtable, std::memory_order_relaxed);
-    return true;
+    using Known = KnownVtables<std::remove_const_t<T>>;
+    return vtableOf(object) == Known::first.load(std::memory_order_relaxed) || Known::has(object);
   }
 }
 

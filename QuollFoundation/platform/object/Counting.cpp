@@ -67,6 +67,7 @@ constexpr bool keepsRooms = true;
 
 constexpr size_t roomStep = 16;
 constexpr size_t roomSizes = 16;     // up to 256 bytes
+constexpr size_t mallocsOwn = 8;     // bytes that malloc adds to a block: with them, a block is whole steps
 constexpr size_t roomsOfASize = 32;  // that a thread keeps
 
 /// Rooms of one size that a thread gave back, linked through their first word.
@@ -108,7 +109,7 @@ void watchEndOfThread() {
 }  // namespace
 
 void* allocateObject(size_t size) {
-  const size_t step = (sizeof(Header) + size + roomStep - 1) / roomStep;
+  const size_t step = (sizeof(Header) + size + mallocsOwn + roomStep - 1) / roomStep;
   if (!keepsRooms || step > roomSizes) {
     return ::new (::operator new(sizeof(Header) + size)) Header(1) + 1;
   }
@@ -118,7 +119,7 @@ void* allocateObject(size_t size) {
     std::memcpy(&kept.first, room, sizeof room);
     --kept.count;
   } else {
-    room = ::operator new(step * roomStep);
+    room = ::operator new(step * roomStep - mallocsOwn);
   }
   return ::new (room) Header(step << Header::sizeShift | 1) + 1;
 }

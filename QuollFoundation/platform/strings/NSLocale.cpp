@@ -25,8 +25,15 @@ Class* NSLocale::classObject() {
 
 namespace {
 
-constinit AtomicRef<NSLocale> replacement;
-constinit AtomicRef<NSLocale> lastCurrent;
+struct CurrentLocale {
+  AtomicRef<NSLocale> replacement;
+  AtomicRef<NSLocale> last;
+};
+/// Never destroyed: threads may still ask when the process ends.
+CurrentLocale& known() {
+  static CurrentLocale& locales = *new CurrentLocale;
+  return locales;
+}
 
 /// The value of the first of our variables that is set and not empty, in one walk: this is asked for in each comparison.
 std::string_view localeOfEnvironment() {
@@ -54,16 +61,16 @@ std::string_view identifierOf(std::string_view setting) {
 }  // namespace
 
 Ref<NSLocale> NSLocale::currentLocale() {
-  if (Ref<NSLocale> given = replacement.load()) return given;
+  if (Ref<NSLocale> given = known().replacement.load()) return given;
   const std::string_view name = identifierOf(localeOfEnvironment());
-  Ref<NSLocale> current = lastCurrent.load();
+  Ref<NSLocale> current = known().last.load();
   if (current && current->name_ == name) return current;
   current = make<NSLocale>(name);
-  lastCurrent.store(current);
+  known().last.store(current);
   return current;
 }
 
-void detail::replaceCurrentLocale(NSLocale* locale) { replacement.store(locale); }
+void detail::replaceCurrentLocale(NSLocale* locale) { known().replacement.store(locale); }
 
 Ref<NSLocale> CFLocaleCopyCurrent() { return NSLocale::currentLocale(); }
 

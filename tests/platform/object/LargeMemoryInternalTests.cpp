@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "QuollFoundation/text/LargeMemoryInternal.h"
+#include "QuollFoundation/platform/object/LargeMemoryInternal.h"
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
