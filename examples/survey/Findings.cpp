@@ -26,7 +26,21 @@ uint64_t terminatorLength(const NSString* text, NSRange line) {
   return static_cast<uint64_t>(end - contentsEnd);
 }
 
+void add(NSMutableDictionary* words, const NSString* word, uint64_t count) {
+  const Ref<NSNumber> before = cast<NSNumber>(words->objectForKey(word));
+  words->setObject_forKey(box((before ? before->unsignedLongLongValue() : 0) + count), word);
+}
+
 }  // namespace
+
+void countWords(const NSString* text, Findings& found) {
+  const Ref<CFStringTokenizer> words = QFStringCreateWordTokenizer(text);
+  while (CFStringTokenizerAdvanceToNextToken(words)) {
+    const CFRange range = CFStringTokenizerGetCurrentTokenRange(words);
+    const NSRange word{static_cast<uint64_t>(range.location), static_cast<uint64_t>(range.length)};
+    add(found.words, text->substringWithRange(word)->lowercaseString(), 1);
+  }
+}
 
 Findings surveyText(const NSString* text) {
   Findings found;
@@ -65,5 +79,6 @@ Findings& Findings::operator+=(const Findings& other) {
   longestLength = std::max(longestLength, other.longestLength);
   for (size_t i = 0; i < terminators.size(); ++i) terminators[i] += other.terminators[i];
   for (const auto& [length, count] : other.lineLengths) lineLengths[length] += count;
+  Each(other.words, [&](NSString* word, NSNumber* count) { add(words, word, count->unsignedLongLongValue()); });
   return *this;
 }

@@ -20,6 +20,7 @@ struct Findings {
   uint64_t longestLength = 0;  ///< In UTF-16 units, without the terminator.
   std::array<uint64_t, terminatorNames.size()> terminators{};
   std::map<uint64_t, uint64_t> lineLengths;  ///< How many lines there are of each length.
+  quoll::Ref<quoll::NSMutableDictionary> words = quoll::NSMutableDictionary::dictionary();  ///< From word to number.
 
   /// "LF" or "LF+CRLF"; "-" where no line ends.
   std::string terminatorMix() const;
@@ -28,3 +29,5 @@ struct Findings {
 };
 
 Findings surveyText(const quoll::NSString* text);
+/// Counts the words, in lower case.
+void countWords(const quoll::NSString* text, Findings& found);

@@ -32,7 +32,26 @@ Ref<SurveyedFile> sumOf(const NSArray* files) {
 NSComparisonResult compareByColumn(const NSString* column, NSObject* a, NSObject* b) {
   const Ref<NSObject> mine = a->valueForKey(column), theirs = b->valueForKey(column);
   if (as<NSNumber>(mine)) return send<NSComparisonResult>(theirs, "compare:"_sel, mine);
-  return send<NSComparisonResult>(mine, "compare:"_sel, theirs);
+  return finderCompare(cast<NSString>(mine), cast<NSString>(theirs));
+}
+
+/// The keys of the ten largest counts, the largest first; of equal counts the least key first.
+Ref<NSArray> mostFrequent(const NSDictionary* counts) {
+  const Ref<NSArray> keys = Sort(counts->allKeys(), [&](NSObject* a, NSObject* b) {
+    const auto byCount = cast<NSNumber>(counts->objectForKey(b))->compare(cast<NSNumber>(counts->objectForKey(a)));
+    return byCount == NSOrderedSame ? send<NSComparisonResult>(a, "compare:"_sel, b) : byCount;
+  });
+  return Filter(keys, [](NSObject*, uint64_t place) { return place < 10; });
+}
+
+void printWordsOf(const SurveyedFile* file, const NSString* name) {
+  const Ref<NSDictionary> words = file->findings().words;
+  const Ref<NSNumber> all = cast<NSNumber>(words->allValues()->valueForKeyPath("@sum.self"_ns));
+  const Ref<NSArray> frequent = Map(mostFrequent(words), [&](NSString* word) {
+    return NSString::stringWithFormat("%@ %@"_ns, word, words->objectForKey(word));
+  });
+  std::cout << NSString::stringWithFormat("%9@ %9llu  %@\n                     %@\n"_ns, all, words->count(), name,
+                                          frequent->componentsJoinedByString(", "_ns));
 }
 
 /// How many lines of all files have each length.
@@ -69,11 +88,16 @@ void printExtensions(const NSArray* files) {
 void printLineLengths(const NSArray* files) {
   std::cout << "\n    lines  of length\n";
   const Ref<NSDictionary> counts = lineLengths(files);
-  const Ref<NSArray> lengths = Sort(counts->allKeys(), [&](NSNumber* a, NSNumber* b) {
-    const auto byCount = cast<NSNumber>(counts->objectForKey(b))->compare(cast<NSNumber>(counts->objectForKey(a)));
-    return byCount == NSOrderedSame ? a->compare(b) : byCount;
-  });
-  Each(Filter(lengths, [](NSNumber*, uint64_t place) { return place < 10; }), [&](NSNumber* length) {
+  Each(mostFrequent(counts), [&](NSNumber* length) {
     std::cout << NSString::stringWithFormat("%9@  %@\n"_ns, counts->objectForKey(length), length);
   });
+}
+
+void printWords(const NSArray* files) {
+  std::cout << "\n    words different  file and its most frequent words\n";
+  const Ref<NSArray> sorted =
+      Sort(files, [](SurveyedFile* a, SurveyedFile* b) { return finderCompare(a->name(), b->name()); });
+  Each(sorted, [](SurveyedFile* file) { printWordsOf(file, file->name()); });
+  const Ref<SurveyedFile> sum = sumOf(files);
+  printWordsOf(sum, NSString::stringWithFormat("total of %@"_ns, counted(files->count())));
 }

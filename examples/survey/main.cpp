@@ -2,9 +2,10 @@
 // Surveys text files: how many lines they have, how long, how many of them blank, and how they end; by file, by
 // extension, and the lengths that most lines have.
 //
-//     survey [--sort=COLUMN] FILE...
+//     survey [--sort=COLUMN] [--words] FILE...
 //
-// COLUMN is lines, blank, longest, which, ends or name.
+// COLUMN is lines, blank, longest, which, ends or name. With --words it counts the words too, of any language that is
+// written with blanks or that has a dictionary.
 //
 // Exit status: 0; 1 when a file could not be read or decoded (the others are surveyed all the same); 2 for bad usage.
 #include <algorithm>
@@ -36,7 +37,7 @@ std::optional<std::string> readFile(const char* name) {
   return bytes;
 }
 
-Ref<SurveyedFile> survey(const char* name) {
+Ref<SurveyedFile> survey(const char* name, bool words) {
   const std::optional<std::string> bytes = readFile(name);
   if (!bytes) {
     complain(name, std::strerror(errno));
@@ -47,7 +48,9 @@ Ref<SurveyedFile> survey(const char* name) {
     complain(name, "is no text that can be decoded");
     return nullptr;
   }
-  return make<SurveyedFile>(name, surveyText(text));
+  Findings found = surveyText(text);
+  if (words) countWords(text, found);
+  return make<SurveyedFile>(name, std::move(found));
 }
 
 }  // namespace
@@ -55,18 +58,23 @@ Ref<SurveyedFile> survey(const char* name) {
 int main(int count, char** arguments) {
   constexpr std::string_view sortOption = "--sort=";
   std::string column = "name";
+  bool words = false;
   int first = 1;
-  if (first < count && std::string_view(arguments[first]).starts_with(sortOption)) {
-    column = arguments[first++] + sortOption.size();
+  for (; first < count && std::string_view(arguments[first]).starts_with("--"); ++first) {
+    const std::string_view option = arguments[first];
+    if (option == "--words") words = true;
+    else if (option.starts_with(sortOption)) column = option.substr(sortOption.size());
+    else column.clear();  // no column: shown how to use it
   }
   if (first >= count || std::find(std::begin(columns), std::end(columns), column) == std::end(columns)) {
-    std::cerr << "usage: survey [--sort=lines|blank|longest|which|ends|name] FILE...\n";
+    std::cerr << "usage: survey [--sort=lines|blank|longest|which|ends|name] [--words] FILE...\n";
     return 2;
   }
   const Ref<NSMutableArray> files = NSMutableArray::array();
-  for (int i = first; i < count; ++i) push(files, survey(arguments[i]));
+  for (int i = first; i < count; ++i) push(files, survey(arguments[i], words));
   printFiles(files, NSString::stringWithUTF8(column));
   printExtensions(files);
   printLineLengths(files);
+  if (words) printWords(files);
   return files->count() == static_cast<uint64_t>(count - first) ? 0 : 1;
 }
