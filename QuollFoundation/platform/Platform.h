@@ -71,6 +71,8 @@
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/platform/strings/NSString.h"
 #include "QuollFoundation/platform/strings/StringLiteral.h"
+#include "QuollFoundation/platform/texts/CFStringTokenizer.h"
+#include "QuollFoundation/platform/texts/PathComponents.h"
 #include "QuollFoundation/platform/threading/DispatchSemaphore.h"
 #include "QuollFoundation/platform/threading/NSThread.h"
 #include "QuollFoundation/platform/values/Boxing.h"

@@ -4,12 +4,15 @@
 
 namespace quoll::inline v1::detail {
 
+extern const AdditionGroup<NSString> pathUtilities;
+
 namespace {
 constinit const ClassRecord classes[] = {
     {"CFStringTokenizer", &CFStringTokenizer::classObject},
 };
+constinit const GroupRecord groups[] = {pathUtilities};
 }  // namespace
 
-extern constinit const FolderRecord textsRecords{classes, {}, {}};
+extern constinit const FolderRecord textsRecords{classes, groups, {}};
 
 }  // namespace quoll::inline v1::detail
