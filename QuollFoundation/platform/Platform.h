@@ -72,6 +72,8 @@
 #include "QuollFoundation/platform/strings/NSString.h"
 #include "QuollFoundation/platform/strings/StringLiteral.h"
 #include "QuollFoundation/platform/texts/CFStringTokenizer.h"
+#include "QuollFoundation/platform/texts/NSAttributedString.h"
+#include "QuollFoundation/platform/texts/NSMutableAttributedString.h"
 #include "QuollFoundation/platform/texts/PathComponents.h"
 #include "QuollFoundation/platform/threading/DispatchSemaphore.h"
 #include "QuollFoundation/platform/threading/NSThread.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/RecordsInternal.h"
 #include "QuollFoundation/platform/texts/CFStringTokenizer.h"
+#include "QuollFoundation/platform/texts/NSMutableAttributedString.h"
 
 namespace quoll::inline v1::detail {
 
@@ -9,6 +10,8 @@ extern const AdditionGroup<NSString> pathUtilities;
 namespace {
 constinit const ClassRecord classes[] = {
     {"CFStringTokenizer", &CFStringTokenizer::classObject},
+    {"NSAttributedString", &NSAttributedString::classObject},
+    {"NSMutableAttributedString", &NSMutableAttributedString::classObject},
 };
 constinit const GroupRecord groups[] = {pathUtilities};
 }  // namespace
