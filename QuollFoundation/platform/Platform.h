@@ -74,6 +74,8 @@
 #include "QuollFoundation/platform/texts/CFStringTokenizer.h"
 #include "QuollFoundation/platform/texts/NSAttributedString.h"
 #include "QuollFoundation/platform/texts/NSMutableAttributedString.h"
+#include "QuollFoundation/platform/texts/NSRegularExpression.h"
+#include "QuollFoundation/platform/texts/NSTextCheckingResult.h"
 #include "QuollFoundation/platform/texts/PathComponents.h"
 #include "QuollFoundation/platform/threading/DispatchSemaphore.h"
 #include "QuollFoundation/platform/threading/NSThread.h"

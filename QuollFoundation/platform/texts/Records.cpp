@@ -2,6 +2,7 @@
 #include "QuollFoundation/platform/object/RecordsInternal.h"
 #include "QuollFoundation/platform/texts/CFStringTokenizer.h"
 #include "QuollFoundation/platform/texts/NSMutableAttributedString.h"
+#include "QuollFoundation/platform/texts/NSRegularExpression.h"
 
 namespace quoll::inline v1::detail {
 
@@ -12,6 +13,8 @@ constinit const ClassRecord classes[] = {
     {"CFStringTokenizer", &CFStringTokenizer::classObject},
     {"NSAttributedString", &NSAttributedString::classObject},
     {"NSMutableAttributedString", &NSMutableAttributedString::classObject},
+    {"NSRegularExpression", &NSRegularExpression::classObject},
+    {"NSTextCheckingResult", &NSTextCheckingResult::classObject},
 };
 constinit const GroupRecord groups[] = {pathUtilities};
 }  // namespace
