@@ -78,7 +78,8 @@ TEST(AttributedStrings, GrowWithoutAttributesBehindTextThatHasThem) {
 
 TEST(AttributedStrings, RaiseForAnIndexPastTheEndAndForANullText) {
   const Ref<NSMutableAttributedString> text = attributedStringWithString<NSMutableAttributedString>("abc"_ns);
-  EXPECT_THAT([&] { insertString_withAttributes_atIndex(text, "x"_ns, nullptr, 4); }, raises(NSRangeException, "index 4"));
+  EXPECT_THAT([&] { insertString_withAttributes_atIndex(text, "x"_ns, nullptr, 4); },
+              raises(NSRangeException, "index 4"));
   EXPECT_THAT([&] { appendString(text, nullptr); }, raises(NSInvalidArgumentException, "initWithString"));
   EXPECT_THAT([&] { attributedStringByPrependString(text, nullptr); },
               raises(NSInvalidArgumentException, "attributedStringByPrependString:"));
