@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Words, natural sort, common prefix.
+#include "bench/text.h"
 #include <algorithm>
 #include <clocale>
 #include <cstring>
@@ -21,6 +22,7 @@
 #if PEERS_ICU
 #include <unicode/ubrk.h>
 #include <unicode/ucol.h>
+#include <unicode/uregex.h>
 #include <unicode/utext.h>
 #endif
 
@@ -53,8 +55,7 @@ static UBreakIterator* open_words(const UChar* p, int32_t n) {
 }
 static const UChar* u(const std::u16string& s) { return reinterpret_cast<const UChar*>(s.data()); }
 
-void words_icu(State& s) {
-  auto& t = words16();
+static void words_icu_over(State& s, const std::u16string& t) {
   UBreakIterator* b = open_words(nullptr, 0);
   for (auto _ : s) {
     UErrorCode e = U_ZERO_ERROR;
@@ -66,6 +67,21 @@ void words_icu(State& s) {
   bytes(s, std::int64_t(t.size() * 2));
   ubrk_close(b);
 }
+void words_icu(State& s) { words_icu_over(s, words16()); }
+void words_icu_english(State& s) { words_icu_over(s, english16()); }
+void words_icu_mixed(State& s) { words_icu_over(s, mixed16()); }
+PEER(words_icu_english, "words_english/ICU-ubrk_next");
+PEER(words_icu_mixed, "words_mixed/ICU-ubrk_next");
+void tokenizer_icu_open(State& s) {
+  const std::u16string text = u"a short text";
+  for (auto _ : s) {
+    UBreakIterator* b = open_words(u(text), int32_t(text.size()));
+    keep(b);
+    ubrk_close(b);
+  }
+  items(s, 1);
+}
+PEER(tokenizer_icu_open, "tokenizer_open/ICU-ubrk_open");
 void words_icu_utext8(State& s) {  // the same text in UTF-8; rate still given per UTF-16 byte
   auto& t = words16();
   std::string t8 = text8().substr(0, t.size());
@@ -134,8 +150,7 @@ PEER(short_icu_clone, "words_short/ICU-cloned-each-time");
 PEER(short_icu_reuse, "words_short/ICU-reused");
 #endif
 #if PEERS_QT
-void words_qt(State& s) {
-  auto& t = words16();
+static void words_qt_over(State& s, const std::u16string& t) {
   for (auto _ : s) {
     QTextBoundaryFinder f(QTextBoundaryFinder::Word, reinterpret_cast<const QChar*>(t.data()), qsizetype(t.size()));
     std::size_t n = 0;
@@ -144,6 +159,11 @@ void words_qt(State& s) {
   }
   bytes(s, std::int64_t(t.size() * 2));
 }
+void words_qt(State& s) { words_qt_over(s, words16()); }
+void words_qt_english(State& s) { words_qt_over(s, english16()); }
+void words_qt_mixed(State& s) { words_qt_over(s, mixed16()); }
+PEER(words_qt_english, "words_english/QTextBoundaryFinder");
+PEER(words_qt_mixed, "words_mixed/QTextBoundaryFinder");
 void short_qt(State& s) {
   auto& v = phrases16();
   for (auto _ : s) {
@@ -227,6 +247,33 @@ static UCollator* open_numeric() {
   ucol_setAttribute(c, UCOL_NUMERIC_COLLATION, UCOL_ON, &e);
   return c;
 }
+void finder_icu(State& s) {
+  std::vector<std::u16string> v;
+  for (auto& n : numbered_names()) v.push_back(to16(n));
+  UCollator* c = open_numeric();
+  for (auto _ : s) {
+    std::int64_t sum = 0;
+    for (std::size_t i = 1; i < v.size(); ++i)
+      sum += ucol_strcoll(c, u(v[i - 1]), int32_t(v[i - 1].size()), u(v[i]), int32_t(v[i].size()));
+    keep(sum);
+  }
+  items(s, std::int64_t(v.size() - 1));
+  ucol_close(c);
+}
+PEER(finder_icu, "finder_compare/ICU-ucol_strcoll-numeric");
+void hash_references_icu(State& s) {
+  UErrorCode e = U_ZERO_ERROR;
+  const std::u16string text = to16(log8()), pattern = u"([0123456789abcdef]{7})[0123456789abcdef]*", with = u"$1";
+  URegularExpression* r = uregex_open(u(pattern), int32_t(pattern.size()), UREGEX_CASE_INSENSITIVE, nullptr, &e);
+  std::u16string out(text.size(), 0);
+  for (auto _ : s) {
+    uregex_setText(r, u(text), int32_t(text.size()), &e);
+    keep(uregex_replaceAll(r, u(with), 2, reinterpret_cast<UChar*>(out.data()), int32_t(out.size()), &e));
+  }
+  bytes(s, std::int64_t(log8().size()));
+  uregex_close(r);
+}
+PEER(hash_references_icu, "hash_references/ICU-uregex_replaceAll");
 void nat_icu_compare(State& s) {
   auto& v = names16();
   UCollator* c = open_numeric();
@@ -278,6 +325,19 @@ static bool numeric(State& s, QCollator& c) {
   s.SkipWithError("numeric mode not honoured");
   return false;
 }
+void finder_qt(State& s) {
+  std::vector<QString> v;
+  for (auto& n : numbered_names()) v.push_back(QString::fromStdString(n));
+  QCollator c(QLocale(QLocale::English, QLocale::UnitedStates));
+  if (!numeric(s, c)) return;
+  for (auto _ : s) {
+    std::int64_t sum = 0;
+    for (std::size_t i = 1; i < v.size(); ++i) sum += c.compare(v[i - 1], v[i]);
+    keep(sum);
+  }
+  items(s, std::int64_t(v.size() - 1));
+}
+PEER(finder_qt, "finder_compare/QCollator-numeric-compare");
 void nat_qt_compare(State& s) {
   auto v = qnames();
   QCollator c(QLocale(QLocale::English, QLocale::UnitedStates));
@@ -349,6 +409,7 @@ void prefix_word64(State& s) {
   });
 }
 PEER(prefix_memcmp, "common_prefix/limit-memcmp");
+PEER(prefix_memcmp, "common_suffix/limit-memcmp");
 PEER(prefix_mismatch, "common_prefix/std::mismatch");
 PEER(prefix_word64, "common_prefix/64-bit-words");
 #if defined(__x86_64__)
@@ -387,4 +448,47 @@ void prefix_qt(State& s) {  // order only, as memcmp
 }
 PEER(prefix_qt, "common_prefix/QStringView::compare (order only)");
 #endif
+
+// ---------------------------------------------------------------- trimming, escaping, replacing
+// The loop that one writes: a unit at a time.
+template <class Change>
+static void run_loop(State& s, const std::string& text, Change change) {
+  for (auto _ : s) keep(change(text).size());
+  bytes(s, std::int64_t(text.size()));
+}
+void escape_loop(State& s) {
+  run_loop(s, page8(), [](const std::string& in) {
+    std::string out;
+    for (char c : in) switch (c) {
+        case '\t': out += "\\t"; break;
+        case '\r': out += "\\r"; break;
+        case '\n': out += "\\n"; break;
+        case '\\':
+        case '"':
+        case '\'': out += '\\'; [[fallthrough]];
+        default: out += c;
+      }
+    return out;
+  });
+}
+void replace_loop(State& s) {
+  run_loop(s, page8(), [](const std::string& in) {
+    std::string out;
+    for (char c : in) out += c >= '\n' && c <= '\r' ? ' ' : c;
+    return out;
+  });
+}
+void trim_loop(State& s) {
+  const std::string blanks(512u << 10, ' ');
+  run_loop(s, blanks + "x" + blanks, [](const std::string& in) {
+    auto blank = [](char c) { return c == ' ' || c == '\t' || (c >= '\n' && c <= '\r'); };
+    std::size_t a = 0, b = in.size();
+    while (a < b && blank(in[a])) ++a;
+    while (b > a && blank(in[b - 1])) --b;
+    return in.substr(a, b - a);
+  });
+}
+PEER(escape_loop, "escape/plain-loop");
+PEER(replace_loop, "replace_newlines/plain-loop");
+PEER(trim_loop, "trim/plain-loop");
 }  // namespace

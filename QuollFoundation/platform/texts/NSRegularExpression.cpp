@@ -3,7 +3,11 @@
 
 #include <unicode/uregex.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <limits>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "QuollFoundation/platform/collections/NSMutableArray.h"
@@ -237,8 +241,8 @@ bool NSRegularExpression::Matching::next() {
 
 NSRange NSRegularExpression::Matching::range(uint64_t group) const {
   UErrorCode status = U_ZERO_ERROR;
-  const int32_t start = uregex_start(regex_, static_cast<int32_t>(group), &status);
-  const int32_t end = uregex_end(regex_, static_cast<int32_t>(group), &status);
+  const int64_t start = uregex_start64(regex_, static_cast<int32_t>(group), &status);
+  const int64_t end = uregex_end64(regex_, static_cast<int32_t>(group), &status);
   if (start < 0) return {NSNotFound, 0};
   return {start_ + static_cast<uint64_t>(start), static_cast<uint64_t>(end - start)};
 }
@@ -306,121 +310,129 @@ void NSRegularExpression::enumerateMatchesInString_options_range_usingBlock(cons
 
 namespace {
 
-/// What a match gives way to: plain text and groups in turn.
-class Template {
+/// What a match gives way to: texts and groups in turn. Of ASCII units only where the text of the template is ASCII.
+template <class Unit> class Template {
  public:
+  struct Piece {
+    size_t start, end;  // of a text, which comes first; it may be empty
+    uint64_t group;     // or `noGroup`
+  };
+  static constexpr uint64_t noGroup = UINT64_MAX;
+
   Template(const NSString* text, uint64_t groups) : groupCount_(groups) {
     text->visit([&](auto units) { read(units); });
-    endText();
+    endPiece(noGroup);
   }
-
-  /// Groups in the order in which they stand in the template.
-  const std::vector<uint64_t>& groups() const { return groups_; }
-  /// What stands before the group of this place among `groups`; before the end, for the last one and one more.
-  std::u16string_view textBefore(size_t place) const {
-    const size_t start = place == 0 ? 0 : ends_[place - 1];
-    return std::u16string_view(text_).substr(start, ends_[place] - start);
+  const std::vector<Piece>& pieces() const { return pieces_; }
+  std::basic_string_view<Unit> textOf(const Piece& piece) const {
+    return {text_.data() + piece.start, piece.end - piece.start};
   }
-  size_t lengthOfTexts() const { return text_.size(); }
-  bool isASCII() const { return detail::isASCII(std::u16string_view(text_)); }
 
  private:
   template <class Units> void read(Units units) {
     for (size_t i = 0; i < units.size();) {
-      const auto unit = static_cast<char16_t>(units[i++]);
+      const auto unit = units[i++];
       const bool hasNext = i < units.size();
-      if (unit == u'\\' && hasNext) text_ += static_cast<char16_t>(units[i++]);
-      else if (unit == u'$' && hasNext && isDigit(units[i])) i = readGroup(units, i);
-      else text_ += unit;
+      if (unit == '\\' && hasNext) text_ += static_cast<Unit>(units[i++]);
+      else if (unit == '$' && hasNext && isDigit(units[i])) i = readGroup(units, i);
+      else text_ += static_cast<Unit>(unit);
     }
   }
   template <class Units> size_t readGroup(Units units, size_t i) {
-    uint64_t group = 0;
-    size_t digits = 0;
-    for (; i < units.size() && isDigit(units[i]); ++i, ++digits) {
-      const uint64_t more = group * 10 + static_cast<uint64_t>(units[i] - '0');
-      if (digits > 0 && more > groupCount_) break;
-      group = more;
+    uint64_t group = static_cast<uint64_t>(units[i++] - '0');
+    for (; i < units.size() && isDigit(units[i]); ++i) {
+      const uint64_t longer = group * 10 + static_cast<uint64_t>(units[i] - '0');
+      if (longer > groupCount_) break;
+      group = longer;
     }
-    if (group > groupCount_) return i;  // empty
-    endText();
-    groups_.push_back(group);
+    if (group <= groupCount_) endPiece(group);
     return i;
   }
-  void endText() { ends_.push_back(text_.size()); }
+  void endPiece(uint64_t group) { pieces_.push_back({pieces_.empty() ? 0 : pieces_.back().end, text_.size(), group}); }
   static bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
   const uint64_t groupCount_;
-  std::u16string text_;       // all of it, without the groups
-  std::vector<size_t> ends_;  // of the texts before each group, and of the last text
-  std::vector<uint64_t> groups_;
+  std::basic_string<Unit> text_;  // of all pieces
+  std::vector<Piece> pieces_;
 };
 
-char* write(char* to, std::u16string_view ascii) {
-  detail::narrow(ascii, to);
-  return to + ascii.size();
-}
-char16_t* write(char16_t* to, std::u16string_view units) { return Text::write(to, units); }
-
-/// The matches of a text and what comes in their place.
-class Replacement {
+/// A text that grows at its end. Matches are many and what lies between them is short: a call for each would cost as much
+/// as the search.
+template <class Unit> class Output {
  public:
-  Replacement(const NSString* text, const Template& with) : text_(text), with_(with), length_(text->length()) {}
+  /// Makes room for so many at first, once it has to.
+  explicit Output(size_t expected) : expected_(expected) {}
+  ~Output() { std::free(units_); }
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
 
-  template <class Matching> void add(const Matching& matching) {
-    const NSRange match = matching.range();
-    addPart(match);
-    length_ += with_.lengthOfTexts() - match.length;
-    for (const uint64_t group : with_.groups()) {
-      const NSRange part = matching.range(group);
-      addPart(part);
-      length_ += part.length;
+  template <class Units> void append(Units units) {
+    if (capacity_ - length_ < units.size()) grow(units.size());
+    constexpr size_t isShort = 16;
+    Unit* const to = units_ + length_;
+    length_ += units.size();
+    if (units.size() > isShort) {
+      Text::write(to, units);
+      return;
     }
-    ++count_;
+    for (size_t i = 0; i < units.size(); ++i) to[i] = static_cast<Unit>(units[i]);
   }
-  uint64_t count() const { return count_; }
-  Ref<NSString> result() const {
-    return text_->visit([&](auto units) {
-      if constexpr (sizeof(units[0]) == 1) {
-        if (with_.isASCII()) return written<char>(units);
-      }
-      return written<char16_t>(units);
-    });
-  }
+  Ref<NSString> text() const { return Text::copied(std::basic_string_view<Unit>(units_, length_)); }
 
  private:
-  struct Part {
-    uint32_t start, length;
-  };
-  void addPart(NSRange part) {
-    parts_.push_back({static_cast<uint32_t>(part.location), static_cast<uint32_t>(part.length)});
-  }
-  template <class Units> static Units unitsOf(Units units, Part part) {
-    return part.length == 0 ? Units() : units.substr(part.start, part.length);
-  }
-  template <class Unit, class Units> Ref<NSString> written(Units units) const {
-    return Text::made<Unit>(length_, [&](Unit* to) {
-      size_t done = 0;
-      for (const Part* part = parts_.data(); part != parts_.data() + parts_.size();) {
-        to = Text::write(to, units.substr(done, part->start - done));
-        done = size_t{part->start} + part->length;
-        ++part;
-        for (size_t i = 0; i < with_.groups().size(); ++i, ++part) {
-          to = write(to, with_.textBefore(i));
-          to = Text::write(to, unitsOf(units, *part));
-        }
-        to = write(to, with_.textBefore(with_.groups().size()));
-      }
-      Text::write(to, units.substr(done));
-    });
+  void grow(size_t more) {
+    const size_t capacity = std::max({expected_, length_ + more, capacity_ + capacity_ / 2});
+    auto* units = static_cast<Unit*>(std::realloc(units_, capacity * sizeof(Unit)));
+    if (!units) throw std::bad_alloc();
+    units_ = units;
+    capacity_ = capacity;
   }
 
-  const NSString* const text_;
-  const Template& with_;
-  uint64_t length_;  // of the result
-  uint64_t count_ = 0;
-  std::vector<Part> parts_;  // each match, followed by the groups of the template
+  const size_t expected_;
+  Unit* units_ = nullptr;
+  size_t length_ = 0, capacity_ = 0;
 };
+
+struct Replaced {
+  Ref<NSString> text;  // null where nothing was
+  uint64_t count = 0;
+};
+
+template <class Unit, class Units, class Matching>
+Replaced replaceAll(Matching& matching, Units units, const Template<Unit>& with) {
+  Output<Unit> out(units.size());
+  Replaced replaced;
+  size_t done = 0;
+  for (; matching.next(); ++replaced.count) {
+    const NSRange match = matching.range();
+    out.append(units.substr(done, match.location - done));
+    done = NSMaxRange(match);
+    for (const auto& piece : with.pieces()) {
+      out.append(with.textOf(piece));
+      if (piece.group == Template<Unit>::noGroup) continue;
+      const NSRange part = piece.group == 0 ? match : matching.range(piece.group);
+      if (part.length > 0) out.append(units.substr(part.location, part.length));
+    }
+  }
+  if (replaced.count == 0) return replaced;
+  out.append(units.substr(done));
+  replaced.text = out.text();
+  return replaced;
+}
+
+bool isASCII(const NSString* text) {
+  return text->asciiCharacters() || detail::isASCII(std::u16string_view(text->utf16Characters(), text->length()));
+}
+
+template <class Matching>
+Replaced replaceAll(Matching& matching, const NSString* text, const NSString* with, uint64_t groups) {
+  return text->visit([&](auto units) {
+    if constexpr (sizeof(units[0]) == 1) {
+      if (isASCII(with)) return replaceAll(matching, units, Template<char>(with, groups));
+    }
+    return replaceAll(matching, units, Template<char16_t>(with, groups));
+  });
+}
 
 }  // namespace
 
@@ -429,10 +441,8 @@ Ref<NSString> NSRegularExpression::stringByReplacingMatchesInString_options_rang
   constexpr std::string_view selector = "stringByReplacingMatchesInString:options:range:withTemplate:";
   if (!with) detail::raiseNilArgument(this, selector);
   Matching matching(this, text, options, range, selector);
-  const Template parts(with, groups_);
-  Replacement replacement(text, parts);
-  while (matching.next()) replacement.add(matching);
-  return replacement.count() ? replacement.result() : text->copy();
+  const Replaced replaced = replaceAll(matching, text, with, groups_);
+  return replaced.text ? replaced.text : text->copy();
 }
 
 uint64_t NSRegularExpression::replaceMatchesInString_options_range_withTemplate(NSMutableString* text,
@@ -441,19 +451,13 @@ uint64_t NSRegularExpression::replaceMatchesInString_options_range_withTemplate(
                                                                                 const NSString* with) const {
   constexpr std::string_view selector = "replaceMatchesInString:options:range:withTemplate:";
   if (!with) detail::raiseNilArgument(this, selector);
-  Ref<NSString> result;
-  uint64_t count = 0;
-  {
-    Matching matching(this, text, options, range,
-                      selector);  // it leans on the text, so it ends before the text changes
-    const Template parts(with, groups_);
-    Replacement replacement(text, parts);
-    while (matching.next()) replacement.add(matching);
-    count = replacement.count();
-    if (count) result = replacement.result();
-  }
-  if (result) text->setString(result);
-  return count;
+  const auto replace = [&] {  // the search leans on the text, so it ends before the text changes
+    Matching matching(this, text, options, range, selector);
+    return replaceAll(matching, text, with, groups_);
+  };
+  const Replaced replaced = replace();
+  if (replaced.text) text->setString(replaced.text);
+  return replaced.count;
 }
 
 // Escaping

@@ -211,9 +211,9 @@ TEST(PathComponents, AnExtensionIsAppendedToTheLastName) {
 }
 
 TEST(PathComponents, ATildeIsTheHomeOfTheUser) {
-  const Variable home("HOME", "/people/Grüße//");
-  EXPECT_THAT(stringByExpandingTildeInPath("~"_ns), equals("/people/Grüße"));
-  EXPECT_THAT(stringByExpandingTildeInPath("~/a//b"_ns), equals("/people/Grüße/a/b"));
+  const Variable home("HOME", "/users/Grüße//");
+  EXPECT_THAT(stringByExpandingTildeInPath("~"_ns), equals("/users/Grüße"));
+  EXPECT_THAT(stringByExpandingTildeInPath("~/a//b"_ns), equals("/users/Grüße/a/b"));
   EXPECT_THAT(stringByExpandingTildeInPath("a/~"_ns), equals("a/~"));
   EXPECT_THAT(stringByExpandingTildeInPath("/~"_ns), equals("/~"));
   EXPECT_THAT(stringByExpandingTildeInPath(""_ns), equals(""));
@@ -257,13 +257,13 @@ constexpr StandardRow standardRows[] = {
     {"the root", "/", "/"},
     {"nothing", "", ""},
     {"nothing but dots", "./.", ""},
-    {"a home", "~/a/../b", "/people/me/b"},
-    {"out of a home", "~/../you", "/people/you"},
+    {"a home", "~/a/../b", "/users/me/b"},
+    {"out of a home", "~/../you", "/users/you"},
     {"an unknown home stands for a place", "~no such user/a/../../b", "~no such user/b"},
 };
 
 TEST(PathComponents, StandardisingTidiesAPath) {
-  const Variable home("HOME", "/people/me");
+  const Variable home("HOME", "/users/me");
   for (const StandardRow& row : standardRows) {
     SCOPED_TRACE(row.claim);
     EXPECT_THAT(stringByStandardizingPath(text(row.path)), equals(row.result));
