@@ -28,7 +28,7 @@ bool isWhitespace(const NSString* receiver) {
 
 Ref<NSString> stringByStrippingWhitespace(const NSString* receiver) {
   if (!receiver) return nullptr;
-  return receiver->stringByTrimmingCharactersInSet(CFCharacterSetGetPredefined(kCFCharacterSetWhitespaceAndNewline));
+  return receiver->substringWithRange(detail::rangeWithoutWhitespace(receiver));
 }
 
 void stripWhitespace(NSMutableString* receiver) { CFStringTrimWhitespace(receiver); }

@@ -47,7 +47,12 @@ Ref<QFThreadsafeObject> QFThreadsafeObject::init_ofClass(Class* cls) {
   return nullptr;
 }
 
-QFThreadsafeObject::~QFThreadsafeObject() { _cleanupSemaphores(); }
+QFThreadsafeObject::~QFThreadsafeObject() {
+  _cleanupSemaphores();
+  mRepresentedObject.store(nullptr);  // in the order of the fields; by themselves they would go in reverse
+  mReaderMap = nullptr;
+  mWriterThread = nullptr;
+}
 
 void QFThreadsafeObject::_cleanupSemaphores() {
   quoll_semaphore_release(std::exchange(mSynchronizationSemaphore, nullptr));

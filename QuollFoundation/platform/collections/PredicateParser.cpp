@@ -25,9 +25,12 @@ bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 class Parser {
  public:
   Parser(const NSString* format, const std::vector<PredicateArgument>& arguments)
-      : text_(format->utf8()), arguments_(arguments) {}
+      : text_(format->utf8()),
+        isWellFormed_(format->canBeConvertedToEncoding(NSUTF8StringEncoding)),
+        arguments_(arguments) {}
 
   Ref<NSPredicate> parse() {
+    if (!isWellFormed_) refuse("has a surrogate without its partner");
     Ref<NSPredicate> predicate = alternatives();
     skipBlanks();
     if (at_ != text_.size()) refuse("stands behind the condition");
@@ -180,6 +183,9 @@ class Parser {
     if (any.ec != std::errc() || (any.ptr != end && continuesName(*any.ptr))) refuse("is no number");
     at_ = static_cast<size_t>(any.ptr - text_.data());
     if (whole.ec == std::errc() && whole.ptr == any.ptr) return {Term::Kind::Constant, box(integer), {}};
+    uint64_t large = 0;
+    const auto unsignedWhole = std::from_chars(begin, end, large);
+    if (unsignedWhole.ec == std::errc() && unsignedWhole.ptr == any.ptr) return {Term::Kind::Constant, box(large), {}};
     return {Term::Kind::Constant, box(real), {}};
   }
 
@@ -205,6 +211,7 @@ class Parser {
 
   static constexpr int deepest = 200;
   const std::string text_;
+  const bool isWellFormed_;
   const std::vector<PredicateArgument>& arguments_;
   size_t at_ = 0;
   size_t next_ = 0;  // argument

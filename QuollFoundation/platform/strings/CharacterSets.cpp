@@ -46,14 +46,13 @@ template <bool (*contains)(char16_t)> constexpr detail::Immortal<PredefinedSet<c
 template <bool (*contains)(char16_t)> NSCharacterSet* setOf() { return predefined<contains>.get(); }
 
 /// Where the units that a set does not hold begin and end; an empty range at 0 where there are none.
-template <class Members> NSRange withoutEnds(const NSString* text, Members isMember) {
-  return text->visit([&](auto units) {
-    size_t start = 0, end = units.size();
-    const auto unit = [&](size_t i) { return static_cast<char16_t>(units[i]); };
-    while (start < end && isMember(unit(start))) ++start;
-    while (end > start && isMember(unit(end - 1))) --end;
-    return NSMakeRange(start, end - start);
-  });
+template <class Unit, class Members>
+NSRange withoutEnds(std::basic_string_view<Unit> units, Members isMember) {
+  size_t start = 0, end = units.size();
+  const auto unit = [&](size_t i) { return static_cast<char16_t>(units[i]); };
+  while (start < end && isMember(unit(start))) ++start;
+  while (end > start && isMember(unit(end - 1))) --end;
+  return NSMakeRange(start, end - start);
 }
 
 }  // namespace
@@ -124,7 +123,8 @@ NSRange NSString::rangeOfCharacterFromSet(const NSCharacterSet* set) const {
 
 Ref<NSString> NSString::stringByTrimmingCharactersInSet(const NSCharacterSet* set) const {
   if (!set) detail::raiseNilArgument(this, "stringByTrimmingCharactersInSet:");
-  return substringWithRange(withoutEnds(this, [&](char16_t unit) { return set->characterIsMember(unit); }));
+  return substringWithRange(visit(
+      [&](auto units) { return withoutEnds(units, [&](char16_t unit) { return set->characterIsMember(unit); }); }));
 }
 
 bool CFStringFindCharacterFromSet(const NSString* text, CFCharacterSetRef set, CFRange range,
@@ -137,9 +137,48 @@ bool CFStringFindCharacterFromSet(const NSString* text, CFCharacterSetRef set, C
   return true;
 }
 
+namespace {
+constexpr size_t blockLength = 64;  // known, so that the compiler takes many units at once
+
+bool isBlank(std::string_view block) {
+  unsigned other = 0;
+  for (const char unit : block) {
+    other |= static_cast<unsigned>(unit != ' ') & static_cast<unsigned>(static_cast<uint8_t>(unit - '\t') > 4);
+  }
+  return other == 0;
+}
+/// How much of a text is blank from its start on, in whole blocks; and from its end.
+size_t blankStart(std::string_view text) {
+  size_t length = 0;
+  while (text.size() - length >= blockLength && isBlank(std::string_view(text.data() + length, blockLength))) {
+    length += blockLength;
+  }
+  return length;
+}
+size_t blankEnd(std::string_view text) {
+  size_t length = 0;
+  while (text.size() - length >= blockLength &&
+         isBlank(std::string_view(text.data() + text.size() - length - blockLength, blockLength))) {
+    length += blockLength;
+  }
+  return length;
+}
+}  // namespace
+
+NSRange detail::rangeWithoutWhitespace(const NSString* text) {
+  const char* const ascii = text->asciiCharacters();
+  if (!ascii) return withoutEnds(std::u16string_view(text->utf16Characters(), text->length()), isEither);
+  std::string_view units(ascii, text->length());
+  const size_t start = blankStart(units);
+  units.remove_prefix(start);
+  units.remove_suffix(blankEnd(units));
+  const NSRange kept = withoutEnds(units, isEither);
+  return {kept.location + start, kept.length};
+}
+
 void CFStringTrimWhitespace(NSMutableString* text) {
   if (!text) return;
-  const NSRange kept = withoutEnds(text, isEither);
+  const NSRange kept = detail::rangeWithoutWhitespace(text);
   text->deleteCharactersInRange({NSMaxRange(kept), text->length() - NSMaxRange(kept)});
   text->deleteCharactersInRange({0, kept.location});
 }

@@ -54,6 +54,11 @@ QF_EXPORT bool CFStringFindCharacterFromSet(const NSString* text, CFCharacterSet
 QF_EXPORT void CFStringTrimWhitespace(NSMutableString* text);
 
 namespace detail {
+/// What is left of a text without white space and newlines at both ends.
+QF_EXPORT NSRange rangeWithoutWhitespace(const NSString* text);
+}  // namespace detail
+
+namespace detail {
 
 /// What the predefined sets hold, without a call.
 constexpr bool isWhitespaceUnit(char16_t unit) {

@@ -69,54 +69,60 @@ ASCIIWords::ASCIIWords(UBreakIterator* iterator) {
     betweenLetters_[c] = isOne(iterator, {letters, 3});
     betweenDigits_[c] = isOne(iterator, {digits, 3});
   }
+  for (size_t c = 0; c < kinds_.size(); ++c) inWords_[c] = kinds_[c] >= Letter && kinds_[c] <= Underscore;
   underscoreIsWord_ = isOne(iterator, u"_") && isWordEnd(iterator);
   underscoresAreWord_ = isOne(iterator, u"__") && isWordEnd(iterator);
 }
 
-/// Whether the sign at `index`, which has a neighbour before it, stands between two letters or two digits that it joins.
-bool ASCIIWords::joins(std::string_view text, uint64_t index) const {
-  if (index + 1 >= text.size()) return false;
+/// Whether a unit that comes behind a part of a word is one too; a sign is between two letters or two digits that it joins.
+template <class Unit> ASCIIWords::Step ASCIIWords::step(std::basic_string_view<Unit> text, size_t index) const {
+  if (isBeyond(text, index)) return Step::Unknown;
   const auto sign = static_cast<uint8_t>(text[index]);
-  const Kind before = kinds_[static_cast<uint8_t>(text[index - 1])],
-             after = kinds_[static_cast<uint8_t>(text[index + 1])];
-  return before == after && ((before == Letter && betweenLetters_[sign]) || (before == Digit && betweenDigits_[sign]));
+  if (!betweenLetters_[sign] && !betweenDigits_[sign]) return Step::Out;
+  if (isBeyond(text, index + 1)) return Step::Unknown;
+  if (index + 1 == text.size()) return Step::Out;
+  const Kind before = kinds_[static_cast<uint8_t>(text[index - 1])];
+  if (before != kinds_[static_cast<uint8_t>(text[index + 1])]) return Step::Out;
+  const bool joins = (before == Letter && betweenLetters_[sign]) || (before == Digit && betweenDigits_[sign]);
+  return joins ? Step::In : Step::Out;
 }
 
-uint64_t ASCIIWords::endOfWord(std::string_view text, uint64_t start) const {
-  uint64_t end = start + 1;
-  for (; end < text.size(); ++end) {
-    const Kind kind = kinds_[static_cast<uint8_t>(text[end])];
-    if (kind != Letter && kind != Digit && kind != Underscore && !(kind == Other && joins(text, end))) break;
-  }
-  return end;
-}
-
-WordSegment ASCIIWords::startingAt(std::string_view text, uint64_t start) const {
-  switch (kinds_[static_cast<uint8_t>(text[start])]) {
-    case Letter:
-    case Digit: return {start, endOfWord(text, start), true};
-    case Underscore: {
-      const uint64_t end = endOfWord(text, start);
-      const bool isPlain = text.substr(start, end - start).find_first_not_of('_') == text.npos;
-      return {start, end, !isPlain || (end - start > 1 ? underscoresAreWord_ : underscoreIsWord_)};
+template <class Unit> WordSegment ASCIIWords::word(std::basic_string_view<Unit> text, size_t start) const {
+  size_t end = start + 1;
+  bool isPlain = text[start] == '_';  // of underscores alone
+  for (;; ++end) {
+    while (end < text.size() && !isBeyond(text, end) && inWords_[static_cast<uint8_t>(text[end])]) {
+      isPlain &= text[end++] == '_';
     }
-    case Space: return {start, std::min<uint64_t>(text.find_first_not_of(' ', start), text.size()), false};
-    case CarriageReturn: return {start, start + (text.substr(start).starts_with("\r\n") ? 2 : 1), false};
-    default: return {start, start + 1, false};
+    if (end == text.size()) break;
+    const Step next = step(text, end);
+    if (next == Step::Unknown) return {start, start, false};
+    if (next == Step::Out) break;
   }
+  return {start, end, !isPlain || (end - start > 1 ? underscoresAreWord_ : underscoreIsWord_)};
 }
 
-WordSegment ASCIIWords::holding(std::string_view text, uint64_t index) const {
+template <class Unit>
+WordSegment ASCIIWords::startingAt(std::basic_string_view<Unit> text, size_t start) const {
+  if (isBeyond(text, start)) return {start, start, false};
+  const Kind kind = kinds_[static_cast<uint8_t>(text[start])];
+  if (kind == Letter || kind == Digit || kind == Underscore) return word(text, start);
+  size_t end = start + 1;
+  if (kind == LineFeed) return {start, end, false};
+  if (kind == CarriageReturn) return {start, end + (end < text.size() && text[end] == '\n'), false};
+  while (kind == Space && end < text.size() && text[end] == ' ') ++end;
+  return {start, isBeyond(text, end) ? start : end, false};  // a mark would belong to it
+}
+
+WordSegment ASCIIWords::holding(std::string_view text, size_t index) const {
   // Back to a place that is a boundary whatever came before it: of two neighbours, one of them is no part of words.
-  uint64_t start = index;
-  const auto sticks = [&](uint64_t i) {
+  size_t start = index;
+  const auto sticks = [&](size_t i) {
     const auto before = static_cast<uint8_t>(text[i - 1]), here = static_cast<uint8_t>(text[i]);
     if (kinds_[here] == Space || kinds_[before] == Space) return kinds_[here] == kinds_[before];
     if (kinds_[here] == LineFeed) return kinds_[before] == CarriageReturn;
-    const auto inWords = [&](uint8_t c) {
-      return (kinds_[c] >= Letter && kinds_[c] <= Underscore) || betweenLetters_[c] || betweenDigits_[c];
-    };
-    return inWords(here) && inWords(before);
+    const auto mayJoin = [&](uint8_t c) { return inWords_[c] || betweenLetters_[c] || betweenDigits_[c]; };
+    return mayJoin(here) && mayJoin(before);
   };
   while (start > 0 && sticks(start)) --start;
   WordSegment segment = startingAt(text, start);
@@ -161,7 +167,11 @@ WordSegments::WordSegments(const NSString* text, NSRange range, const NSLocale* 
 }
 
 WordSegment WordSegments::startingAt(uint64_t start) const {
-  if (const char* ascii = text_->asciiCharacters()) return rules_.ascii().startingAt({ascii, length_}, start);
+  if (const char* ascii = text_->asciiCharacters()) {
+    return rules_.ascii().startingAt(std::string_view(ascii, length_), start);
+  }
+  const WordSegment plain = rules_.ascii().startingAt(std::u16string_view(text_->utf16Characters(), length_), start);
+  if (plain.end > start) return plain;
   UBreakIterator* const iterator = iterator_.get();
   const auto from = static_cast<int32_t>(start);
   const int32_t end = ubrk_current(iterator) == from ? ubrk_next(iterator) : ubrk_following(iterator, from);

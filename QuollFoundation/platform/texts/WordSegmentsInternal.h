@@ -19,20 +19,26 @@ struct WordSegment {
   bool isWord;  ///< Not blanks or signs.
 };
 
-/// The rules for texts that are all ASCII, which need no tables of Unicode. What differs from language to language, the
-/// signs that stand inside words and numbers, is asked of ICU once.
+/// The rules for ASCII, which need no tables of Unicode. What differs from language to language, the signs that stand inside
+/// words and numbers, is asked of ICU once.
 class ASCIIWords {
  public:
   explicit ASCIIWords(UBreakIterator* iterator);
-  WordSegment startingAt(std::string_view text, uint64_t start) const;
-  WordSegment holding(std::string_view text, uint64_t index) const;
+  /// The segment at a boundary. It ends where it starts when a unit beyond ASCII plays a part in it: then it is for ICU.
+  template <class Unit> WordSegment startingAt(std::basic_string_view<Unit> text, size_t start) const;
+  WordSegment holding(std::string_view text, size_t index) const;  ///< Of a text that is all ASCII.
 
  private:
   enum Kind : uint8_t { Other, Letter, Digit, Underscore, Space, CarriageReturn, LineFeed };
-  bool joins(std::string_view text, uint64_t index) const;
-  uint64_t endOfWord(std::string_view text, uint64_t start) const;
+  enum class Step : uint8_t { In, Out, Unknown };
+  template <class Unit> Step step(std::basic_string_view<Unit> text, size_t index) const;
+  template <class Unit> WordSegment word(std::basic_string_view<Unit> text, size_t start) const;
+  template <class Unit> static bool isBeyond(std::basic_string_view<Unit> text, size_t index) {
+    return sizeof(Unit) > 1 && index < text.size() && text[index] >= 0x80;
+  }
 
   std::array<Kind, 128> kinds_{};
+  std::array<bool, 128> inWords_{};  // letters, digits and underscores: what needs no second look
   std::array<bool, 128> betweenLetters_{};
   std::array<bool, 128> betweenDigits_{};
   bool underscoreIsWord_ = false;    // by itself

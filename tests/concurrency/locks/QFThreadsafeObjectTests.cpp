@@ -291,6 +291,46 @@ TEST(QFThreadsafeObject, LetsGoOfAllItHolds) {
   guarded->setWriterThread(NSThread::currentThread());
 }
 
+/// Tells when it goes.
+class Mourned : public NSObject {
+  QF_CLASS(Mourned, NSObject)
+ public:
+  Mourned(std::string& log, const char* name) : log_(log), name_(name) {}
+  ~Mourned() override { log_ += name_; }
+  Ref<NSObject> copyWithZone(NSZone*) const override { return const_cast<Mourned*>(this); }
+
+ private:
+  std::string& log_;
+  const char* name_;
+};
+Class* Mourned::classObject() {
+  static Class* const cls = ClassBuilder<Mourned>("Mourned").build();
+  return cls;
+}
+
+TEST(QFThreadsafeObject, LetsGoOfItsObjectBeforeItsMap) {
+  std::string log;
+  {
+    const Ref<OpenObject> guarded = guarding(make<Mourned>(log, "object "));
+    guarded->readerMap()->setObject_forKey(make<Mourned>(log, "map "), "key"_ns);
+  }
+  EXPECT_EQ(log, "object map ");
+}
+
+TEST(QFThreadsafeObject, ReadsTheObjectAfterTheLockIsTaken) {
+  const Ref<OpenObject> guarded = guarding("old"_ns);
+  guarded->beginWrite();
+  std::string read;
+  WatchedThread reader([&] {
+    guarded->readTransactionUsingBlock([&](NSString* object) { read = object->utf8(); });
+  });
+  ASSERT_TRUE(reader.sleepsOn(guarded->mutation()));
+  guarded->setRepresentedObject("new"_ns);
+  guarded->endWrite();
+  reader.join();
+  EXPECT_EQ(read, "new");
+}
+
 TEST(QFThreadsafeObject, KeepsWritersAloneAmongEightThreads) {
   const Ref<OpenObject> guarded = guarding(NSMutableArray::array());
   std::atomic<int> readers = 0, writers = 0, mostReaders = 0;

@@ -130,6 +130,27 @@ TEST(WordSegments, TilesAnyTextWhateverWasAskedBefore) {
   }));
 }
 
+TEST(WordSegments, CutsMixedTextsAsICUDoes) {
+  const Ref<NSLocale> locale = english();
+  const BreakIteratorHandle iterator = WordRules::of("en_US").iterator();
+  EXPECT_TRUE(rc::check([&] {
+    const auto units = *rc::gen::container<std::u16string>(rc::gen::elementOf(
+        std::u16string(
+            u"aZé1_ .,:'\"-@\r\n\u2003\u2019\u05d0\u0e17\u0e14日本あカ\u200d\u0301\u00ad\U0001f1e9\U0001f44d") +
+        char16_t{0xD800}));
+    const Cut expected = cutByICU(iterator.get(), units);
+    const Ref<NSString> text = NSString::stringWithCharacters(units);
+    const WordSegments segments(text, {0, units.size()}, locale);
+    Cut cut;
+    for (uint64_t at = 0; at < units.size(); at = cut.ends.back()) {
+      const WordSegment segment = segments.startingAt(at);
+      cut.ends.push_back(segment.end);
+      cut.words.push_back(segment.isWord);
+    }
+    RC_ASSERT(cut == expected);
+  }));
+}
+
 TEST(WordSegments, TakesAPartForTheWholeText) {
   const WordSegments segments("one two"_ns, {1, 4}, english());
   EXPECT_EQ(segments.length(), 4u);
