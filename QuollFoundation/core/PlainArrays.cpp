@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include "QuollFoundation/platform/object/NSException.h"
+
 namespace quoll::inline v1 {
 namespace {
 
@@ -31,6 +33,7 @@ void* QFReallocateIfNeeded(void* buffer, uint64_t requiredCount, uint64_t* capac
 
 void* QFReallocateIfNeededWithAdditionalLength(void* buffer, uint64_t requiredCount, uint64_t* capacity,
                                                uint64_t elementSize, uint64_t additionalCount) {
+  if (!capacity) raise(NSInvalidArgumentException, "QFReallocateIfNeeded: the address of the capacity is null");
   if (*capacity > requiredCount) return buffer;
   *capacity = sumOrLargest(std::max(*capacity, requiredCount), additionalCount);
   return reallocateElements(buffer, *capacity, elementSize);

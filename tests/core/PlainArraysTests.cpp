@@ -10,6 +10,7 @@
 #include <ostream>
 
 #include "QuollFoundation/platform/basics/Ranges.h"
+#include "QuollFoundation/testing.h"
 
 namespace {
 
@@ -154,6 +155,11 @@ RC_GTEST_PROP(PlainArraysProperty, AfterACallThereIsRoomForOneMore, ()) {
   RC_ASSERT(buffer.capacity > required);
   RC_ASSERT(buffer.capacity == (before > required ? before : required + 64));
   buffer.get()[required] = 1;
+}
+
+TEST(PlainArrays, RefuseANullCapacity) {
+  EXPECT_THAT([] { (void)QFReallocateIfNeeded(nullptr, 1, nullptr, 8); },
+              raises(quoll::NSInvalidArgumentException, "capacity"));
 }
 
 }  // namespace

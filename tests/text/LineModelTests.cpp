@@ -16,6 +16,7 @@
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 #include "QuollFoundation/testing.h"
 #include "tests/support/AllocationCount.h"
+#include "tests/support/FreeMemory.h"
 
 using namespace quoll;
 using testing::ElementsAre;
@@ -81,7 +82,37 @@ Ref<NSString> anyText() {
   return NSString::stringWithCharacters(units);
 }
 
+TEST(LineModel, AnswersByNameInAllItsForms) {
+  const Ref<NSString> text = "a\nbb\nccc"_ns;
+  const NSRange middle{2, 3};
+  uint64_t calls = 0;
+  const auto count = [](NSString*, uint64_t, uint64_t, bool, uint64_t, bool*, void* context) {
+    ++*static_cast<uint64_t*>(context);
+  };
+  const QFLineEnumerationFunction function = count;
+  void* const context = &calls;
+  send(text, "enumerateLinesInRange:options:function:context:"_sel, middle, uint64_t{0}, function, context);
+  EXPECT_EQ(calls, 1u);
+  send(text, "enumerateLinesWithOptions:function:context:"_sel, uint64_t{0}, function, context);
+  EXPECT_EQ(calls, 4u);
+  uint64_t number = 0;
+  std::free(send<NSRange*>(text, "getLineRangesInRange:count:"_sel, middle, &number));
+  EXPECT_EQ(number, 1u);
+  std::free(send<NSRange*>(text, "getLineRanges:"_sel, &number));
+  EXPECT_EQ(number, 3u);
+  EXPECT_EQ(send<Ref<NSPointerArray>>(text, "lineRangesInRange:"_sel, middle)->count(), 1u);
+  EXPECT_EQ(send<Ref<NSPointerArray>>(text, "_10_6_lineRangesInRange:"_sel, NSRange{0, 0})->count(), 0u);
+  EXPECT_EQ(send<Ref<NSPointerArray>>(text, "lineRangesInRange:"_sel, NSRange{0, 0})->count(), 1u);
+  EXPECT_EQ(send<uint64_t>(text, "numberOfLinesInRange:"_sel, NSRange{0, 5}), 2u);
+  EXPECT_EQ(send<uint64_t>(text, "_10_6_numberOfLinesInRange:"_sel, NSRange{0, 5}), 2u);
+  EXPECT_EQ(send<NSRange>(text, "lineNumberRangeInRange:"_sel, middle), NSMakeRange(1, 1));
+  EXPECT_EQ(send<NSRange>(text, "rangeOfLine:"_sel, uint64_t{2}), NSMakeRange(5, 3));
+}
+
 }  // namespace
+
+static_assert(QFLineEnumerationNoLineSubstrings == 0x4 && QFLineEnumerationNoSeparatorSubstrings == 0x10 &&
+              QFLineEnumerationExcludeTerminators == 0x400 && QFLineEnumerationTrimWhitespace == 0x1000);
 
 TEST(LineModel, TheHeadersExampleVisitsLinesAndFindsOneByNumber) {
   std::string out;
@@ -273,12 +304,8 @@ TEST(LineEnumeration, WithoutSubstringsAllocatesNothing) {
 }
 TEST(LineEnumeration, OfTwoToThe31UnitsInOneLine) {
   const uint64_t length = (uint64_t{1} << 31) + 1;
-  Ref<NSString> text;
-  try {
-    text = NSString::stringWithUTF8(std::string(length, 'x'));
-  } catch (const std::bad_alloc&) {
-    GTEST_SKIP() << "not enough memory";
-  }
+  if (!hasFreeMemory(3 * length)) GTEST_SKIP() << "not enough memory";
+  const Ref<NSString> text = NSString::stringWithUTF8(std::string(length, 'x'));
   EXPECT_EQ(numberOfLines(text), 1u);
   EXPECT_EQ(rangeOfLine(text, 0), NSMakeRange(0, length));
   EXPECT_THAT(callsOf(text, QFLineEnumerationNoLineSubstrings), ElementsAre(Call{u"", false, 0, length, false, 0}));

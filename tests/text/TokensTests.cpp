@@ -146,7 +146,18 @@ TEST(Tokens, RefuseANullFunctionAndPassOverANullString) {
   EXPECT_EQ(QFStringCreateWordTokenizer(nullptr), nullptr);
 }
 
+TEST(Tokens, RaiseWhereACallbackShortensTheirString) {
+  const LocaleScope english("en_US"_ns);
+  const Ref<NSMutableString> text = NSMutableString::stringWithString("one two."_ns);
+  const auto shorten = [](NSString*, uint64_t, uint64_t, bool, uint64_t, bool*, void* context) {
+    static_cast<NSMutableString*>(context)->setString("x"_ns);
+  };
+  EXPECT_THAT([&] { QFStringTokenizerEnumerateTokens(QFStringCreateWordTokenizer(text), text, shorten, text.get()); },
+              raises(NSRangeException, "Skipped range {3, 1} lies out of bounds of string 0x"));
+}
+
 TEST(Tokens, MayLoseTheLastReferenceToTheirStringMeanwhile) {
+  const Ref<NSLocale> kept = NSLocale::currentLocale();
   LeakGuard guard;
   struct Owner {
     Ref<NSString> text;

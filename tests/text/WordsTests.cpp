@@ -150,4 +150,63 @@ TEST(Words, WithBoundariesTileTheirLines) {
   }));
 }
 
+TEST(Words, AStopInTheContentDoesNotPreventTheTerminatorsRun) {
+  const LocaleScope english("en_US"_ns);
+  int calls = 0;
+  enumerateWordsInRange_options_function_context(
+      "one two\n"_ns, {0, 1}, QFLineEnumerationExcludeTerminators,
+      [](NSString*, uint64_t, uint64_t, bool, uint64_t, bool* stop, void* context) {
+        ++*static_cast<int*>(context);
+        *stop = true;
+      },
+      &calls);
+  EXPECT_EQ(calls, 2);
+}
+
+TEST(Words, MayLoseTheLastReferenceToTheirTextMeanwhile) {
+  const Ref<NSLocale> kept = NSLocale::currentLocale();
+  LeakGuard guard;
+  Ref<NSString> text = NSString::stringWithUTF8("one two three four.\n");
+  enumerateWordsInRange_options_function_context(
+      text.get(), {0, 1}, QFLineEnumerationExcludeTerminators,
+      [](NSString*, uint64_t, uint64_t, bool, uint64_t, bool*, void* context) {
+        *static_cast<Ref<NSString>*>(context) = nullptr;
+      },
+      &text);
+  EXPECT_EQ(text, nullptr);
+}
+
+/// Whether all calls are in order and inside of the text.
+struct Order {
+  uint64_t behind;
+  uint64_t length;
+  bool isRight;
+
+  static void check(NSString*, uint64_t location, uint64_t length, bool, uint64_t, bool*, void* context) {
+    auto* const order = static_cast<Order*>(context);
+    order->isRight = order->isRight && location >= order->behind && length > 0;
+    order->behind = location + length;
+    order->isRight = order->isRight && order->behind <= order->length;
+  }
+};
+
+TEST(Words, AreInOrderAndInsideOfTheTextWhateverIsAsked) {
+  EXPECT_TRUE(rc::check([] {
+    const auto units = *rc::gen::container<std::u16string>(
+        rc::gen::elementOf(std::u16string(u"abé1 ,.\r\n\t\u2028日本\u0301") + char16_t{0xD83D} + char16_t{0xDE00}));
+    const Ref<NSString> text = NSString::stringWithCharacters(units);
+    const uint64_t location = *rc::gen::inRange<uint64_t>(0, units.size() + 1);
+    const uint64_t length = *rc::gen::inRange<uint64_t>(0, units.size() - location + 1);
+    uint64_t options = 0;
+    for (const uint64_t bit :
+         {uint64_t{QFTokenEnumerationNoSubstrings}, uint64_t{QFWordEnumerationWordBoundaries},
+          uint64_t{QFLineEnumerationExcludeTerminators}, uint64_t{QFLineEnumerationTrimWhitespace}}) {
+      if (*rc::gen::arbitrary<bool>()) options |= bit;
+    }
+    Order order{0, units.size(), true};
+    enumerateWordsInRange_options_function_context(text, {location, length}, options, &Order::check, &order);
+    RC_ASSERT(order.isRight);
+  }));
+}
+
 }  // namespace

@@ -4,20 +4,19 @@
 #include <algorithm>
 
 #include "QuollFoundation/platform/object/ClassBuilder.h"
+#include "QuollFoundation/platform/object/NSException.h"
 
 namespace quoll::inline v1 {
 
 Class* QFSemaphore::classObject() {
-  static Class* const cls =
-      ClassBuilder<QFSemaphore>("QFSemaphore")
-          .initializer<&QFSemaphore::initWithValue_ofClass>("initWithValue:"_sel)
-          .initializer<&QFSemaphore::init_ofClass>("init"_sel)
-          .method<&QFSemaphore::wait>("wait"_sel)
-          .method<&QFSemaphore::waitWithTimeout>("waitWithTimeout:"_sel)
-          .method<&QFSemaphore::signal>("signal"_sel)
-          .method<overload<void(BlockRef<void()>), QFSemaphore>(&QFSemaphore::waitAndSignalUsingBlock)>(
-              "waitAndSignalUsingBlock:"_sel)
-          .build();
+  static Class* const cls = ClassBuilder<QFSemaphore>("QFSemaphore")
+                                .initializer<&QFSemaphore::initWithValue_ofClass>("initWithValue:"_sel)
+                                .initializer<&QFSemaphore::init_ofClass>("init"_sel)
+                                .method<&QFSemaphore::wait>("wait"_sel)
+                                .method<&QFSemaphore::waitWithTimeout>("waitWithTimeout:"_sel)
+                                .method<&QFSemaphore::signal>("signal"_sel)
+                                .method<&QFSemaphore::waitAndSignalUsingBlock>("waitAndSignalUsingBlock:"_sel)
+                                .build();
   return cls;
 }
 
@@ -39,9 +38,13 @@ void QFSemaphore::waitWithTimeout(uint64_t nanoseconds) {
 }
 
 bool QFSemaphore::waitForNanoseconds(int64_t nanoseconds) {
-  return quoll_semaphore_timed_wait(mSemaphore, nanoseconds) == 0;
+  return quoll_semaphore_timed_wait(semaphore(), nanoseconds) == 0;
 }
 
-void QFSemaphore::waitAndSignalUsingBlock(BlockRef<void()> block) { quoll_semaphore_wait_signal(mSemaphore, block); }
+void QFSemaphore::waitAndSignalUsingBlock(BlockRef<void()> block) { quoll_semaphore_wait_signal(semaphore(), block); }
+
+void QFSemaphore::raiseUninitialized() const {
+  raise(NSInternalInconsistencyException, "a QFSemaphore is made with initWithValue:, and this one was not");
+}
 
 }  // namespace quoll::inline v1

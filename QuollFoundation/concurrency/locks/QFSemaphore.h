@@ -33,7 +33,7 @@ class QF_EXPORT QFSemaphore : public NSObject {
   static Ref<QFSemaphore> init_ofClass(Class* cls);
 
   /// Takes one from the count as soon as it is above zero.
-  void wait() { quoll_semaphore_wait(mSemaphore); }
+  void wait() { quoll_semaphore_wait(semaphore()); }
   /// The same for at most so long, without saying which it was: see `waitFor`. More than the largest signed value, or
   /// than the clock can tell, is without limit.
   void waitWithTimeout(uint64_t nanoseconds);
@@ -42,15 +42,10 @@ class QF_EXPORT QFSemaphore : public NSObject {
     return waitForNanoseconds(clampedNanoseconds(limit));
   }
   /// Adds one to the count.
-  void signal() { quoll_semaphore_signal(mSemaphore); }
+  void signal() { quoll_semaphore_signal(semaphore()); }
   /// Waits without limit, calls the block once, signals. For short sections that don't throw: an exception passes through
-  /// and leaves the count taken. A `Block` is held until it has returned.
+  /// and leaves the count taken. A `Block` is held while it runs.
   void waitAndSignalUsingBlock(BlockRef<void()> block);
-  template <class B>
-  requires std::is_same_v<B, Block<void()>>
-  void waitAndSignalUsingBlock(const B& block) {
-    quoll_semaphore_wait_signal(mSemaphore, block);
-  }
 
  protected:
   QFSemaphore() = default;
@@ -59,6 +54,13 @@ class QF_EXPORT QFSemaphore : public NSObject {
   quoll_semaphore_t mSemaphore = nullptr;  ///< Owned; null only until the initializer has run.
 
  private:
+  /// Raises where no initialiser has run.
+  quoll_semaphore_t semaphore() const {
+    if (!mSemaphore) [[unlikely]]
+      raiseUninitialized();
+    return mSemaphore;
+  }
+  [[noreturn]] void raiseUninitialized() const;
   /// What does not fit is for ever, or never.
   template <class Rep, class Period>
   static int64_t clampedNanoseconds(std::chrono::duration<Rep, Period> limit) {

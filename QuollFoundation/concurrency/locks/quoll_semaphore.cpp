@@ -2,6 +2,7 @@
 #include "QuollFoundation/concurrency/locks/quoll_semaphore.h"
 
 #include "QuollFoundation/platform/object/Block.h"
+#include "QuollFoundation/platform/object/NSException.h"
 
 namespace quoll::inline v1 {
 
@@ -22,6 +23,7 @@ int64_t quoll_semaphore_timed_wait(quoll_semaphore_t semaphore, int64_t nanoseco
 }
 
 int64_t quoll_semaphore_wait_signal_f(quoll_semaphore_t semaphore, void (*function)(void*), void* context) {
+  if (!function) raise(NSInvalidArgumentException, "quoll_semaphore_wait_signal_f: the function is null");
   quoll_semaphore_wait(semaphore);
   function(context);
   return quoll_semaphore_signal(semaphore);
@@ -30,15 +32,6 @@ int64_t quoll_semaphore_wait_signal_f(quoll_semaphore_t semaphore, void (*functi
 int64_t quoll_semaphore_wait_signal(quoll_semaphore_t semaphore, BlockRef<void()> block) {
   quoll_semaphore_wait(semaphore);
   block();
-  return quoll_semaphore_signal(semaphore);
-}
-
-int64_t quoll_semaphore_wait_signal_held(quoll_semaphore_t semaphore, const Block<void()>& block) {
-  {
-    const Block<void()> held = block;
-    quoll_semaphore_wait(semaphore);
-    held();
-  }  // what only the block kept alive is gone before anybody else gets in
   return quoll_semaphore_signal(semaphore);
 }
 

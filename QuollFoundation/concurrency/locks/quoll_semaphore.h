@@ -54,20 +54,11 @@ QF_C_END
 namespace quoll::inline v1 {
 
 template <class Signature> class BlockRef;
-template <class Signature> class Block;
 
-/// The same with a callable. (To call it, include QuollFoundation/platform/object/Block.h.)
+/// The same with a callable; a `Block` is held while it runs. (To call it, include QuollFoundation/platform/object/Block.h.)
 ///
 ///     quoll_semaphore_wait_signal(guard, [&] { total += part; });
 QF_EXPORT int64_t quoll_semaphore_wait_signal(quoll_semaphore_t semaphore, BlockRef<void()> block);
-
-/// The same with a block, which is held until it has returned, also when its body drops the caller's last reference.
-QF_EXPORT int64_t quoll_semaphore_wait_signal_held(quoll_semaphore_t semaphore, const Block<void()>& block);
-template <class B>
-requires std::is_same_v<B, Block<void()>>
-int64_t quoll_semaphore_wait_signal(quoll_semaphore_t semaphore, const B& block) {
-  return quoll_semaphore_wait_signal_held(semaphore, block);
-}
 
 // The short ways, inline: without contention the calls would cost more than the work.
 inline int64_t quoll_semaphore_wait(quoll_semaphore_t semaphore) {

@@ -202,6 +202,7 @@ Ref<CFArray> CFArrayCreate(CFAllocatorRef allocator, const void** values, CFInde
                            const CFArrayCallBacks* callBacks) {
   if (count < 0)
     raise(NSInvalidArgumentException, "CFArrayCreate: the count " + std::to_string(count) + " is negative");
+  if (count && !values) raise(NSInvalidArgumentException, "CFArrayCreate: the values are null");
   const auto length = static_cast<uint64_t>(count);
   if (meansObjects(callBacks)) return detail::arrayOfObjects(const_cast<void* const*>(values), length, false);
   return detail::arrayOfValues(values, length, callBacks, allocator, false);
@@ -230,6 +231,7 @@ const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index) {
 void CFArrayGetValues(CFArrayRef array, CFRange range, const void** values) {
   if (!array) return;
   const NSRange checked = detail::checkedRange(array, "CFArrayGetValues", range);
+  if (checked.length && !values) raise(NSInvalidArgumentException, "CFArrayGetValues: the values are null");
   std::copy_n(detail::ArrayAccess::items(array) + checked.location, checked.length, values);
 }
 
@@ -270,6 +272,7 @@ CFIndex CFArrayGetCountOfValue(CFArrayRef array, CFRange range, const void* valu
 void CFArrayApplyFunction(CFArrayRef array, CFRange range, void (*apply)(const void*, void*), void* context) {
   if (!array) return;
   const NSRange checked = detail::checkedRange(array, "CFArrayApplyFunction", range);
+  if (!apply) raise(NSInvalidArgumentException, "CFArrayApplyFunction: the function is null");
   for (uint64_t i = checked.location; i < NSMaxRange(checked); ++i) {
     apply(CFArrayGetValueAtIndex(array, static_cast<CFIndex>(i)), context);
   }

@@ -190,6 +190,7 @@ Ref<CFDictionary> CFDictionaryCreate(CFAllocatorRef allocator, const void** keys
   if (count < 0) {
     raise(NSInvalidArgumentException, "CFDictionaryCreate: the count " + std::to_string(count) + " is negative");
   }
+  if (count && (!keys || !values)) raise(NSInvalidArgumentException, "CFDictionaryCreate: the keys or values are null");
   Ref<CFDictionary> dictionary = CFDictionaryCreateMutable(allocator, count, keyCallBacks, valueCallBacks);
   for (CFIndex i = 0; i < count; ++i) CFDictionarySetValue(dictionary, keys[i], values[i]);
   if (auto* plain = as<ValueDictionary>(dictionary.get())) {
@@ -255,6 +256,7 @@ void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys,
 void CFDictionaryApplyFunction(CFDictionaryRef dictionary, void (*apply)(const void*, const void*, void*),
                                void* context) {
   if (!dictionary) return;
+  if (!apply) raise(NSInvalidArgumentException, "CFDictionaryApplyFunction: the function is null");
   const Ref<CFDictionary> pinned = const_cast<CFDictionary*>(dictionary);
   const auto& table = DictionaryAccess::table(dictionary);
   const detail::Watch watch(dictionary, &table.mutations());

@@ -209,7 +209,8 @@ void NSOrderedSet::setValue_forKey(NSObject* value, const NSString* key) { detai
 
 Ref<NSObject> NSDictionary::valueForKey(const NSString* key) const {
   if (!key) detail::raiseNilArgument(this, "valueForKey:");
-  return objectForKey(key);
+  if (Ref<NSObject> value = objectForKey(key)) return value;
+  return key->isEqualToString("@count"_ns) ? box(count()) : nullptr;
 }
 
 void NSMutableDictionary::setValue_forKey(NSObject* value, const NSString* key) {

@@ -88,6 +88,8 @@ void NSArray::takeItems(void** items, uint64_t count) {
 
 Ref<NSArray> NSArray::holding(NSObject* const* objects, uint64_t count, Class* cls, std::string_view selector) {
   static_assert(sizeof(detail::Made<NSArray>) == sizeof(NSArray), "the objects stand directly behind an array");
+  if (count && !objects) detail::raiseNilArgument(cls, selector);
+  if (count > SIZE_MAX / 2 / sizeof(void*)) raise(NSMallocException, "no memory for the elements of a collection");
   Ref<NSArray> array;
   void** items = nullptr;
   if (cls == NSArray::classObject()) {
@@ -168,6 +170,7 @@ Ref<NSMutableArray> NSArray::mutableCopy() const { return cast<NSMutableArray>(m
 
 void NSArray::getObjects_range(NSObject** objects, NSRange range) const {
   checkRange("getObjects:range:", range);
+  if (range.length && !objects) detail::raiseNilArgument(this, "getObjects:range:");
   for (uint64_t i = 0; i < range.length; ++i) objects[i] = detail::object(items_[range.location + i]);
 }
 

@@ -177,6 +177,7 @@ Ref<NSDictionary> NSDictionary::initWithObjects_forKeys_ofClass(const NSArray* o
 Ref<NSDictionary> NSDictionary::initWithObjects_forKeys_count_ofClass(NSObject* const* objects, NSObject* const* keys,
                                                                       uint64_t count, Class* cls) {
   Ref<NSDictionary> dictionary = create<NSDictionary>(cls);
+  if (count && (!objects || !keys)) detail::raiseNilArgument(cls, "initWithObjects:forKeys:count:");
   dictionary->table_.reserve(count);
   for (uint64_t i = 0; i < count; ++i) dictionary->put(keys[i], objects[i], "initWithObjects:forKeys:count:");
   return dictionary;

@@ -50,6 +50,7 @@ Ref<NSIndexPath> NSIndexPath::initWithIndex_ofClass(uint64_t index, Class* cls) 
 Ref<NSIndexPath> NSIndexPath::initWithIndexes_length_ofClass(const uint64_t* indexes, uint64_t length, Class* cls) {
   static_assert(sizeof(detail::Made<NSIndexPath>) == sizeof(NSIndexPath), "the indices stand directly behind a path");
   if (length > SIZE_MAX / 2 / sizeof(uint64_t)) raise(NSMallocException, "no memory for the indices of a path");
+  if (length && !indexes) detail::raiseNilArgument(cls, "initWithIndexes:length:");
   Ref<NSIndexPath> path;
   if (cls == NSIndexPath::classObject()) {
     path = makeSized<NSIndexPath>(length * sizeof(uint64_t));
@@ -66,9 +67,13 @@ Ref<NSIndexPath> NSIndexPath::initWithIndexes_length_ofClass(const uint64_t* ind
 uint64_t NSIndexPath::indexAtPosition(uint64_t position) const {
   return position < length_ ? indexes_[position] : NSNotFound;
 }
-void NSIndexPath::getIndexes(uint64_t* indexes) const { std::copy_n(indexes_, length_, indexes); }
+void NSIndexPath::getIndexes(uint64_t* indexes) const {
+  if (length_ && !indexes) detail::raiseNilArgument(this, "getIndexes:");
+  std::copy_n(indexes_, length_, indexes);
+}
 void NSIndexPath::getIndexes_range(uint64_t* indexes, NSRange range) const {
   if (!rangeFits(range, length_)) detail::raiseRange(this, "getIndexes:range:", range, length_);
+  if (range.length && !indexes) detail::raiseNilArgument(this, "getIndexes:range:");
   std::copy_n(indexes_ + range.location, range.length, indexes);
 }
 

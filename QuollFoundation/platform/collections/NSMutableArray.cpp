@@ -93,7 +93,7 @@ void NSMutableArray::addObjectsFromArray(const NSArray* other) {
 
 void NSMutableArray::insertObject_atIndex(const NSObject* object, uint64_t index) {
   if (!object) detail::raiseNilArgument(this, "insertObject:atIndex:");
-  if (index > count_) raisePastEnd("insertObject:atIndex:", index);
+  if (index > count_) detail::raiseIndex(this, "insertObject:atIndex:", index, count_ + 1);
   makeRoom(capacity_, count_ + 1);
   insertItem(index, detail::retained(object), capacity_);
 }
@@ -118,7 +118,7 @@ void NSMutableArray::insertObjects_atIndexes(const NSArray* objects, const NSInd
 
 void NSMutableArray::setObject_atIndexedSubscript(const NSObject* object, uint64_t index) {
   if (!object) detail::raiseNilArgument(this, "setObject:atIndexedSubscript:");
-  if (index > count_) raisePastEnd("setObject:atIndexedSubscript:", index);
+  if (index > count_) detail::raiseIndex(this, "setObject:atIndexedSubscript:", index, count_ + 1);
   if (index == count_) addObject(object);
   else replaceObjectAtIndex_withObject(index, object);
 }

@@ -66,7 +66,7 @@ void NSMutableOrderedSet::addObjectsFromArray(const NSArray* array) { detail::ad
 
 void NSMutableOrderedSet::insertObject_atIndex(const NSObject* object, uint64_t index) {
   if (!object) detail::raiseNilArgument(this, "insertObject:atIndex:");
-  if (index > count()) raisePastEnd("insertObject:atIndex:", index);
+  if (index > count()) detail::raiseIndex(this, "insertObject:atIndex:", index, count() + 1);
   uint64_t hash = 0;
   if (table_.find(object, ObjectKeys(), &hash)) return;
   table_.insert(static_cast<uint32_t>(index), {const_cast<NSObject*>(object), hash});
@@ -87,7 +87,7 @@ void NSMutableOrderedSet::replaceObjectAtIndex_withObject(uint64_t index, const 
 
 void NSMutableOrderedSet::setObject_atIndex(const NSObject* object, uint64_t index) {
   if (!object) detail::raiseNilArgument(this, "setObject:atIndex:");
-  if (index > count()) raisePastEnd("setObject:atIndex:", index);
+  if (index > count()) detail::raiseIndex(this, "setObject:atIndex:", index, count() + 1);
   if (index == count()) addObject(object);
   else replaceObjectAtIndex_withObject(index, object);
 }

@@ -97,6 +97,7 @@ Ref<NSOrderedSet> NSOrderedSet::orderedSetWithOrderedSet_ofClass(const NSOrdered
 }
 
 Ref<NSOrderedSet> NSOrderedSet::initWithObjects_count_ofClass(NSObject* const* objects, uint64_t count, Class* cls) {
+  if (count && !objects) detail::raiseNilArgument(cls, "initWithObjects:count:");
   Ref<NSOrderedSet> set = create<NSOrderedSet>(cls);
   set->table_.reserve(count);
   detail::addElements(set->table_, objects, count, set, "initWithObjects:count:");

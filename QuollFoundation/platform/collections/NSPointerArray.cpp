@@ -81,7 +81,7 @@ void NSPointerArray::setCount(uint64_t count) {
 void NSPointerArray::addPointer(const void* pointer) { insertPointer_atIndex(pointer, count()); }
 
 void NSPointerArray::insertPointer_atIndex(const void* pointer, uint64_t index) {
-  if (index > count()) raisePastEnd("insertPointer:atIndex:", index);
+  if (index > count()) detail::raiseIndex(this, "insertPointer:atIndex:", index, count() + 1);
   if (pointers_.size() == pointers_.capacity()) pointers_.reserve(detail::grown(pointers_.capacity(), count() + 1));
   void* const item = functions_->acquire(pointer);
   pointers_.insert(pointers_.begin() + static_cast<std::ptrdiff_t>(index), item);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/collections/NSPredicate.h"
 
+#include <cmath>
 #include <string>
 
 #include "QuollFoundation/platform/collections/NSIndexSet.h"
@@ -74,6 +75,12 @@ bool isIn(NSObject* value, NSObject* collection) {
         "-[NSPredicate evaluateWithObject:]: IN cannot look for something in " + plainDescription(collection));
 }
 
+/// What is no number is neither less nor greater than anything; `compare:` has no answer for that.
+bool isNaN(const NSObject* value) {
+  const auto* number = as<const NSNumber>(value);
+  return number && std::isnan(number->doubleValue());
+}
+
 class ComparisonPredicate : public NSPredicate {
  public:
   ComparisonPredicate(Term left, Comparison comparison, Term right)
@@ -85,7 +92,7 @@ class ComparisonPredicate : public NSPredicate {
       case Comparison::Equal: return quoll::isEqual(a, b);
       case Comparison::NotEqual: return !quoll::isEqual(a, b);
       case Comparison::In: return isIn(a, b);
-      default: return a && b && holds(send<NSComparisonResult>(a, "compare:"_sel, b));
+      default: return a && b && !isNaN(a) && !isNaN(b) && holds(send<NSComparisonResult>(a, "compare:"_sel, b));
     }
   }
   Ref<NSString> predicateFormat() const override {

@@ -80,6 +80,7 @@ Ref<NSSet> NSSet::setWithSet_ofClass(const NSSet* other, Class* cls) {
 }
 
 Ref<NSSet> NSSet::initWithObjects_count_ofClass(NSObject* const* objects, uint64_t count, Class* cls) {
+  if (count && !objects) detail::raiseNilArgument(cls, "initWithObjects:count:");
   Ref<NSSet> set = create<NSSet>(cls);
   set->table_.reserve(count);
   detail::addElements(set->table_, objects, count, set, "initWithObjects:count:");

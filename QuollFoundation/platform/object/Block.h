@@ -13,10 +13,18 @@ namespace quoll::inline v1 {
 namespace detail {
 
 /// A counted callable: what a Block holds.
+struct BlockTable;
 class QF_EXPORT HeapBlock : public NSObject {
   QF_CLASS(HeapBlock, NSObject)
  public:
   virtual void* callable() = 0;
+  const BlockTable* table() const { return table_; }
+
+ protected:
+  explicit HeapBlock(const BlockTable* table) : table_(table) {}
+
+ private:
+  const BlockTable* const table_;
 };
 
 /// What a callable can do, whoever holds it.
@@ -30,7 +38,7 @@ template <class R, class... A> struct TypedBlockTable : BlockTable {
 
 template <class F> class HeapBlockOf : public HeapBlock {
  public:
-  explicit HeapBlockOf(const F& f) : callable_(f) {}
+  HeapBlockOf(const F& f, const BlockTable* table) : HeapBlock(table), callable_(f) {}
   void* callable() override { return const_cast<void*>(static_cast<const void*>(&callable_)); }
 
  private:
@@ -85,7 +93,7 @@ template <class R, class F, class... A> R callBlock(F& f, A... arguments) {
 template <class F, class R, class... A> struct BlockTableOf {
   static R call(void* callable, A... arguments) { return callBlock<R>(*static_cast<F*>(callable), arguments...); }
   static Ref<HeapBlock> copied(void* callable) {
-    if constexpr (std::is_copy_constructible_v<F>) return make<HeapBlockOf<F>>(*static_cast<F*>(callable));
+    if constexpr (std::is_copy_constructible_v<F>) return make<HeapBlockOf<F>>(*static_cast<F*>(callable), &table);
     else raiseNotCopyable();
   }
   static constexpr TypedBlockTable<R, A...> table{{FineKey<R(A...)>::value, &copied}, &call};
@@ -130,6 +138,15 @@ template <class R, class... A> class BlockRef<R(A...)> {
  private:
   static R callFunction(void* f, A... arguments) { return reinterpret_cast<R (*)(A...)>(f)(arguments...); }
   static Ref<detail::HeapBlock> copiedFunction(void* f);
+  /// A block is held while its body runs, which may let the last other reference go.
+  static R callHeld(void* owner, A... arguments) {
+    const Ref<detail::HeapBlock> held = static_cast<detail::HeapBlock*>(owner);
+    auto* const table = static_cast<const detail::TypedBlockTable<R, A...>*>(held->table());
+    return table->call(held->callable(), arguments...);
+  }
+  static Ref<detail::HeapBlock> sharedBlock(void* owner) { return static_cast<detail::HeapBlock*>(owner); }
+  static constexpr detail::TypedBlockTable<R, A...> heldTable{{detail::FineKey<R(A...)>::value, &sharedBlock},
+                                                              &callHeld};
   static constexpr detail::TypedBlockTable<R, A...> functionTable{{detail::FineKey<R(A...)>::value, &copiedFunction},
                                                                   &callFunction};
 
@@ -162,41 +179,36 @@ template <class R, class... A> class OptionalBlockRef<R(A...)> {
   const detail::BlockTable* table_ = nullptr;
 };
 
-/// Owns a callable, counted: copies share it. What is kept longer than a call is a Block.
+/// Owns a callable, counted: copies share it, also those made through a BlockRef. What is kept longer than a call is a
+/// Block. It survives being replaced or dropped by its own body.
 template <class R, class... A> class Block<R(A...)> {
  public:
   explicit Block(BlockRef<R(A...)> borrowed)  ///< Raises when the callable can't be copied.
-      : owner_(borrowed.table()->copied(borrowed.callable())), table_(borrowed.table()) {}
+      : owner_(borrowed.table()->copied(borrowed.callable())) {}
   template <class F> requires detail::CallableFor<F>
   Block(F&& f) : Block(BlockRef<R(A...)>(f)) {}
   Block(std::nullptr_t) = delete;
   Block(const Block&) = default;  // and no move: a Block always holds a callable
   Block& operator=(Block other) noexcept {
-    std::swap(table_, other.table_);
     std::swap(owner_, other.owner_);
     return *this;
   }
 
-  R operator()(A... arguments) const {
-    const Block pinned = *this;  // survives being replaced by its own body
-    return BlockRef<R(A...)>(pinned)(arguments...);
-  }
+  R operator()(A... arguments) const { return BlockRef<R(A...)>(*this)(arguments...); }
   detail::HeapBlock* owner() const { return owner_.get(); }
-  const detail::BlockTable* table() const { return table_; }
 
  private:
   Ref<detail::HeapBlock> owner_;
-  const detail::BlockTable* table_;
 };
 
 template <class R, class... A>
-BlockRef<R(A...)>::BlockRef(const Block<R(A...)>& block) : BlockRef(block.owner()->callable(), block.table()) {}
+BlockRef<R(A...)>::BlockRef(const Block<R(A...)>& block) : callable_(block.owner()), table_(&heldTable) {}
 
 namespace detail {
 /// A function on the heap has no object of its own: the block's callable is the function's address.
 class QF_EXPORT FunctionBlock : public HeapBlock {
  public:
-  explicit FunctionBlock(void* function) : function_(function) {}
+  FunctionBlock(void* function, const BlockTable* table) : HeapBlock(table), function_(function) {}
   void* callable() override { return function_; }
 
  private:
@@ -205,7 +217,7 @@ class QF_EXPORT FunctionBlock : public HeapBlock {
 }  // namespace detail
 
 template <class R, class... A> Ref<detail::HeapBlock> BlockRef<R(A...)>::copiedFunction(void* f) {
-  return make<detail::FunctionBlock>(f);
+  return make<detail::FunctionBlock>(f, &functionTable);
 }
 
 }  // namespace quoll::inline v1

@@ -81,9 +81,8 @@ int compareNumbers(std::string_view a, std::string_view b) {
 class Units {
  public:
   Units(const NSString* text, uint64_t options) {
-    if (options & NSWidthInsensitiveSearch) {
-      folded_ =
-          text->visit([](auto units) { return std::u16string(FoldedText(units, NSWidthInsensitiveSearch).units()); });
+    if (options) {
+      folded_ = text->visit([&](auto units) { return std::u16string(FoldedText(units, options).units()); });
       units_ = folded_.data();
       length_ = folded_.size();
       return;
@@ -208,6 +207,11 @@ const ASCIIOrder& Collations::asciiOrder() const {
   return *fresh.release();
 }
 
+NSComparisonResult Collations::ordered(const NSString* a, const NSString* b, uint64_t kind, uint64_t folding) const {
+  const Units left(a, folding), right(b, folding);
+  return resultOf(ucol_strcoll(collator(kind), left.units(), left.length(), right.units(), right.length()));
+}
+
 NSComparisonResult Collations::compare(const NSString* a, const NSString* b, uint64_t options) const {
   if ((options & standardOptions) == standardOptions && !(options & NSDiacriticInsensitiveSearch) &&
       a->asciiCharacters() && b->asciiCharacters()) {
@@ -217,15 +221,13 @@ NSComparisonResult Collations::compare(const NSString* a, const NSString* b, uin
         order.compare({a->asciiCharacters(), a->length()}, {b->asciiCharacters(), b->length()}, result))
       return result;
   }
-  const bool widthMatters = !(options & (NSCaseInsensitiveSearch | NSDiacriticInsensitiveSearch));
-  const uint64_t folding = widthMatters ? options : 0;  // width is a difference of the third kind, like case
-  const Units left(a, folding), right(b, folding);
-  const auto ordered = [&](uint64_t kind) {
-    return resultOf(ucol_strcoll(collator(kind), left.units(), left.length(), right.units(), right.length()));
-  };
-  NSComparisonResult result = ordered(options);
+  // Width is a difference of the third kind, like case, and goes where case goes: it is looked at again, without case.
+  const uint64_t overlooked = options & (NSCaseInsensitiveSearch | NSDiacriticInsensitiveSearch);
+  const uint64_t width = options & NSWidthInsensitiveSearch;
+  NSComparisonResult result = ordered(a, b, options, overlooked ? 0 : width);
+  if (result == NSOrderedSame && overlooked && !width) result = ordered(a, b, options & NSNumericSearch, overlooked);
   if (result != NSOrderedSame || !(options & NSForcedOrderingSearch)) return result;
-  result = ordered(options & NSNumericSearch);
+  result = ordered(a, b, options & NSNumericSearch, 0);
   return result == NSOrderedSame ? a->compare(b) : result;
 }
 

@@ -35,6 +35,9 @@ class ASCIIOrder {
   bool isUsable_ = false;
 };
 
+/// The current locale, for as long as a comparison takes; where no thread can keep it, `room` does.
+const NSLocale* currentLocaleForComparing(Ref<NSLocale>& room);
+
 /// What one locale needs to compare texts; made for a locale when first needed. Threads: thread-safe.
 class Collations {
  public:
@@ -48,6 +51,8 @@ class Collations {
 
  private:
   explicit Collations(std::string locale) : locale_(std::move(locale)) {}
+  /// By the kinds of differences that `kind` does not overlook, of the texts folded by `folding`.
+  NSComparisonResult ordered(const NSString* a, const NSString* b, uint64_t kind, uint64_t folding) const;
   const UCollator* collator(uint64_t options) const;
   CollatorHandle open(uint64_t options) const;
 

@@ -28,6 +28,7 @@ namespace {
 struct CurrentLocale {
   AtomicRef<NSLocale> replacement;
   AtomicRef<NSLocale> last;
+  std::atomic<uint64_t> replacements{1};  // how often there was another one
 };
 /// Never destroyed: threads may still ask when the process ends.
 CurrentLocale& known() {
@@ -70,7 +71,42 @@ Ref<NSLocale> NSLocale::currentLocale() {
   return current;
 }
 
-void detail::replaceCurrentLocale(NSLocale* locale) { known().replacement.store(locale); }
+void detail::replaceCurrentLocale(NSLocale* locale) {
+  known().replacement.store(locale);
+  known().replacements.fetch_add(1, std::memory_order_release);
+}
+
+namespace {
+/// What a thread was told last: it need not ask again while nothing has changed.
+struct Told {
+  Ref<NSLocale> locale;
+  uint64_t replacements = 0;
+  bool isReplaced = false;
+};
+constinit thread_local Told* told = nullptr;
+struct TellingEnds {
+  Told own;
+  TellingEnds() { told = &own; }
+  ~TellingEnds() { told = nullptr; }
+};
+}  // namespace
+
+const NSLocale* detail::currentLocaleForComparing(Ref<NSLocale>& room) {
+  thread_local TellingEnds untilTheThreadEnds;
+  Told* const mine = told;
+  if (!mine) {  // late in a thread's end
+    room = NSLocale::currentLocale();
+    return room;
+  }
+  const uint64_t replacements = known().replacements.load(std::memory_order_acquire);
+  if (mine->replacements != replacements ||
+      (!mine->isReplaced && mine->locale->name() != identifierOf(localeOfEnvironment()))) {
+    mine->isReplaced = static_cast<bool>(known().replacement.load());
+    mine->locale = NSLocale::currentLocale();
+    mine->replacements = replacements;
+  }
+  return mine->locale;
+}
 
 Ref<NSLocale> CFLocaleCopyCurrent() { return NSLocale::currentLocale(); }
 

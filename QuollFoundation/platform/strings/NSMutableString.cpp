@@ -40,7 +40,8 @@ Ref<NSMutableString> NSMutableString::stringWithCapacity_ofClass(uint64_t capaci
 
 Ref<NSMutableString> NSMutableString::initWithCapacity_ofClass(uint64_t capacity, Class* cls) {
   Ref<NSMutableString> string = create<NSMutableString>(cls);
-  string->makeRoom(std::min(capacity, Text::longest), true);
+  constexpr uint64_t mostReserved = 1 << 20;  // a wild hint costs nothing
+  string->makeRoom(std::min(capacity, mostReserved), true);
   return string;
 }
 
@@ -66,7 +67,7 @@ void NSMutableString::appendString(const NSString* text) {
 
 void NSMutableString::insertString_atIndex(const NSString* text, uint64_t index) {
   if (!text) detail::raiseNilArgument(this, "insertString:atIndex:");
-  if (index > length()) detail::raiseIndex(this, "insertString:atIndex:", index, length());
+  if (index > length()) detail::raiseIndex(this, "insertString:atIndex:", index, length() + 1);
   replace({index, 0}, text);
 }
 

@@ -308,12 +308,12 @@ const char* NSString::UTF8String() const {
 // Parts
 
 Ref<NSString> NSString::substringFromIndex(uint64_t index) const {
-  if (index > length()) detail::raiseIndex(this, "substringFromIndex:", index, length());
+  if (index > length()) detail::raiseIndex(this, "substringFromIndex:", index, length() + 1);
   return Text::part(this, {index, length() - index});
 }
 
 Ref<NSString> NSString::substringToIndex(uint64_t index) const {
-  if (index > length()) detail::raiseIndex(this, "substringToIndex:", index, length());
+  if (index > length()) detail::raiseIndex(this, "substringToIndex:", index, length() + 1);
   return Text::part(this, {0, index});
 }
 

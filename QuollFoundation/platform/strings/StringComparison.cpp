@@ -123,13 +123,15 @@ NSComparisonResult NSString::compare_options_range_locale(const NSString* other,
 }
 
 NSComparisonResult NSString::localizedCompare(const NSString* other) const {
-  return compare_options_range_locale(other, {}, {0, length()}, NSLocale::currentLocale());
+  Ref<NSLocale> room;
+  return compare_options_range_locale(other, {}, {0, length()}, detail::currentLocaleForComparing(room));
 }
 
 NSComparisonResult NSString::localizedStandardCompare(const NSString* other) const {
   constexpr NSStringCompareOptions options =
       NSCaseInsensitiveSearch | NSNumericSearch | NSWidthInsensitiveSearch | NSForcedOrderingSearch;
-  return compare_options_range_locale(other, options, {0, length()}, NSLocale::currentLocale());
+  Ref<NSLocale> room;
+  return compare_options_range_locale(other, options, {0, length()}, detail::currentLocaleForComparing(room));
 }
 
 NSComparisonResult NSString::caseInsensitiveCompare(const NSString* other) const {

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -15,6 +16,7 @@
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Reflection.h"
 #include "QuollFoundation/platform/object/Send.h"
+#include "QuollFoundation/testing.h"
 #include "tests/support/WatchedThread.h"
 
 namespace {
@@ -218,6 +220,39 @@ TEST(QFSemaphore, AnExceptionOfTheBlockLeavesTheCountTaken) {
   const Ref<QFSemaphore> semaphore = QFSemaphore::initWithValue(1);
   EXPECT_THROW(semaphore->waitAndSignalUsingBlock([] { throw std::runtime_error("half done"); }), std::runtime_error);
   EXPECT_FALSE(semaphore->waitFor(0ns));
+}
+
+TEST(QFSemaphore, RaisesWhereNoInitialiserHasRun) {
+  const Ref<QFSemaphore> plain = quoll::make<QFSemaphore>();
+  EXPECT_THAT([&] { plain->wait(); }, quoll::raises(quoll::NSInternalInconsistencyException, "initWithValue:"));
+  EXPECT_THAT([&] { plain->signal(); }, quoll::raises(quoll::NSInternalInconsistencyException, "initWithValue:"));
+  EXPECT_THAT([&] { plain->waitWithTimeout(0); },
+              quoll::raises(quoll::NSInternalInconsistencyException, "initWithValue:"));
+}
+
+TEST(QFSemaphore, HoldsABlockWhoseBodyDropsTheLastReferenceHoweverItIsCalled) {
+  const Ref<QFSemaphore> semaphore = QFSemaphore::initWithValue(1);
+  const auto survives = [&](auto call) {
+    auto token = std::make_shared<int>(7);
+    std::weak_ptr<int> watched = token;
+    std::unique_ptr<quoll::Block<void()>> block;
+    bool wasHeld = false;
+    block = std::make_unique<quoll::Block<void()>>([&block, &wasHeld, token, watched] {
+      block.reset();
+      wasHeld = !watched.expired();
+    });
+    token.reset();
+    call(*block);
+    EXPECT_TRUE(watched.expired());
+    return wasHeld;
+  };
+  EXPECT_TRUE(survives([&](const quoll::Block<void()>& block) { semaphore->waitAndSignalUsingBlock(block); }));
+  EXPECT_TRUE(survives(
+      [&](const quoll::Block<void()>& block) { quoll::send(semaphore, "waitAndSignalUsingBlock:"_sel, block); }));
+  EXPECT_TRUE(survives([&](const quoll::Block<void()>& block) {
+    const quoll::BlockRef<void()> borrowed = block;
+    semaphore->waitAndSignalUsingBlock(borrowed);
+  }));
 }
 
 }  // namespace

@@ -321,9 +321,7 @@ TEST(QFThreadsafeObject, ReadsTheObjectAfterTheLockIsTaken) {
   const Ref<OpenObject> guarded = guarding("old"_ns);
   guarded->beginWrite();
   std::string read;
-  WatchedThread reader([&] {
-    guarded->readTransactionUsingBlock([&](NSString* object) { read = object->utf8(); });
-  });
+  WatchedThread reader([&] { guarded->readTransactionUsingBlock([&](NSString* object) { read = object->utf8(); }); });
   ASSERT_TRUE(reader.sleepsOn(guarded->mutation()));
   guarded->setRepresentedObject("new"_ns);
   guarded->endWrite();

@@ -47,6 +47,17 @@ std::string cellTexts(CFArrayRef array) {
   return text;
 }
 
+TEST(CFArray, RefusesNullInPlaceOfValuesAndFunctions) {
+  EXPECT_THAT([] { CFArrayCreate(nullptr, nullptr, 3, nullptr); }, raises(NSInvalidArgumentException, "CFArrayCreate"));
+  EXPECT_THAT([] { CFArrayCreate(nullptr, nullptr, 3, &kCFTypeArrayCallBacks); },
+              raises(NSInvalidArgumentException, "CFArrayCreate"));
+  const void* value = "x";
+  const Ref<CFArray> one = CFArrayCreate(nullptr, &value, 1, nullptr);
+  EXPECT_THAT([&] { CFArrayGetValues(one, {0, 1}, nullptr); }, raises(NSInvalidArgumentException, "CFArrayGetValues"));
+  EXPECT_THAT([&] { CFArrayApplyFunction(one, {0, 1}, nullptr, nullptr); },
+              raises(NSInvalidArgumentException, "CFArrayApplyFunction"));
+}
+
 }  // namespace
 
 TEST(CFArray, KeepsValuesInCellsOfItsOwn) {

@@ -41,6 +41,14 @@ Ref<CFDictionary> squares(int64_t count) {
   return dictionary;
 }
 
+TEST(CFDictionary, RefusesNullInPlaceOfKeysAndFunctions) {
+  EXPECT_THAT([] { CFDictionaryCreate(nullptr, nullptr, nullptr, 2, nullptr, nullptr); },
+              raises(NSInvalidArgumentException, "CFDictionaryCreate"));
+  const Ref<CFDictionary> none = CFDictionaryCreate(nullptr, nullptr, nullptr, 0, nullptr, nullptr);
+  EXPECT_THAT([&] { CFDictionaryApplyFunction(none, nullptr, nullptr); },
+              raises(NSInvalidArgumentException, "CFDictionaryApplyFunction"));
+}
+
 }  // namespace
 
 TEST(CFDictionary, KeepsKeysAndValuesInCellsOfItsOwn) {

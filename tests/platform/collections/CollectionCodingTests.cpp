@@ -26,6 +26,14 @@ Ref<NSDictionary> entry(const char* key, Element value) {
   return NSDictionary::dictionaryWithEntries({{key, value.get()}});
 }
 
+TEST(CollectionCoding, ADictionaryCountsItsEntriesUnlessOneHasThatKey) {
+  const Ref<NSDictionary> two = NSDictionary::dictionaryWithEntries({{"a", 1}, {"b", 2}});
+  EXPECT_THAT(two->valueForKey("@count"_ns), equals(box(2)));
+  EXPECT_THAT(two->valueForKeyPath("@count"_ns), equals(box(2)));
+  const Ref<NSDictionary> odd = NSDictionary::dictionaryWithEntries({{"@count", "own"}});
+  EXPECT_THAT(odd->valueForKey("@count"_ns), equals("own"));
+}
+
 }  // namespace
 
 TEST(CollectionCoding, AsksEachElement) {

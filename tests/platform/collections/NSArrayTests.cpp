@@ -61,6 +61,17 @@ static_assert(std::ranges::random_access_range<NSArray>);
 static_assert(std::ranges::sized_range<NSArray>);
 static_assert(std::is_same_v<std::ranges::range_value_t<NSArray>, NSObject*>);
 
+TEST(NSArray, RefusesNullInPlaceOfElementsAndACountThatNoMemoryHas) {
+  EXPECT_THAT([] { NSArray::arrayWithObjects_count(nullptr, 3); }, raises(NSInvalidArgumentException, "count:"));
+  NSObject* const one[] = {"a"_ns};
+  EXPECT_THAT([&] { NSArray::arrayWithObjects_count(one, UINT64_MAX); }, raises(NSMallocException, "memory"));
+  EXPECT_THAT([&] { NSArray::arrayWithObjects_count(one, (uint64_t{1} << 61) + 1); },
+              raises(NSMallocException, "memory"));
+  EXPECT_THAT([&] { NSArray::arrayWithObject("a"_ns)->getObjects_range(nullptr, {0, 1}); },
+              raises(NSInvalidArgumentException, "getObjects:range:"));
+  EXPECT_EQ(NSArray::arrayWithObjects_count(nullptr, 0)->count(), 0u);
+}
+
 }  // namespace
 
 TEST(NSArray, IsMadeInEachWay) {

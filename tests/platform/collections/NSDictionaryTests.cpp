@@ -34,6 +34,11 @@ std::string entries(const NSDictionary* dictionary) {
 
 static_assert(std::ranges::forward_range<NSDictionary>);
 
+TEST(NSDictionary, RefusesNullInPlaceOfKeysAndObjects) {
+  EXPECT_THAT([] { NSDictionary::dictionaryWithObjects_forKeys_count(nullptr, nullptr, 2); },
+              raises(NSInvalidArgumentException, "count:"));
+}
+
 }  // namespace
 
 TEST(NSDictionary, IsMadeInEachWay) {

@@ -25,6 +25,16 @@ Class* Trail::classObject() {
   return cls;
 }
 
+TEST(NSIndexPath, RefusesNullInPlaceOfIndices) {
+  EXPECT_THAT([] { NSIndexPath::indexPathWithIndexes_length(nullptr, 2); },
+              raises(NSInvalidArgumentException, "initWithIndexes:length:"));
+  const uint64_t two[] = {1, 2};
+  const Ref<NSIndexPath> path = NSIndexPath::indexPathWithIndexes_length(two, 2);
+  EXPECT_THAT([&] { path->getIndexes(nullptr); }, raises(NSInvalidArgumentException, "getIndexes:"));
+  EXPECT_THAT([&] { path->getIndexes_range(nullptr, {0, 1}); },
+              raises(NSInvalidArgumentException, "getIndexes:range:"));
+}
+
 }  // namespace
 
 TEST(NSIndexPath, IsMadeInEachWay) {

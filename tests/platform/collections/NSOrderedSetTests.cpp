@@ -27,6 +27,11 @@ Ref<NSOrderedSet> numbers(std::initializer_list<int> values) {
   return set->copy();
 }
 
+TEST(NSOrderedSet, RefusesNullInPlaceOfElements) {
+  EXPECT_THAT([] { NSOrderedSet::orderedSetWithObjects_count(nullptr, 2); },
+              raises(NSInvalidArgumentException, "count:"));
+}
+
 }  // namespace
 
 TEST(NSOrderedSet, IsMadeInEachWay) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "QuollFoundation/platform/collections/NSDictionary.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "tests/platform/collections/CollectionsSupport.h"
@@ -22,6 +24,24 @@ Ref<NSDictionary> file() {
 }
 
 Ref<NSPredicate> predicate(const char* format) { return NSPredicate::predicateWithFormat(box(format)); }
+
+TEST(NSPredicate, KnowsTheLargestUnsignedNumbers) {
+  const auto largest = NSPredicate::predicateWithFormat("SELF == 18446744073709551615"_ns);
+  EXPECT_TRUE(largest->evaluateWithObject(box(UINT64_MAX)));
+  EXPECT_FALSE(largest->evaluateWithObject(box(UINT64_MAX - 1)));
+}
+
+TEST(NSPredicate, RefusesATextWithHalfASurrogatePair) {
+  const Ref<NSString> format = NSString::stringWithCharacters(std::u16string(u"SELF == '") + char16_t{0xD800} + u"'");
+  EXPECT_THAT([&] { NSPredicate::predicateWithFormat(format); }, raises(NSInvalidArgumentException, "surrogate"));
+}
+
+TEST(NSPredicate, NothingIsLessOrGreaterThanWhatIsNoNumber) {
+  const Ref<NSNumber> nan = box(std::nan(""));
+  for (NSString* format : {"SELF < 1"_ns, "SELF <= 1"_ns, "SELF > 1"_ns, "SELF >= 1"_ns, "SELF == 1"_ns}) {
+    EXPECT_FALSE(NSPredicate::predicateWithFormat(format)->evaluateWithObject(nan)) << format;
+  }
+}
 
 }  // namespace
 

@@ -29,6 +29,10 @@ Ref<NSSet> numbers(std::initializer_list<int> values) {
 
 static_assert(std::ranges::forward_range<NSSet>);
 
+TEST(NSSet, RefusesNullInPlaceOfElements) {
+  EXPECT_THAT([] { NSSet::setWithObjects_count(nullptr, 2); }, raises(NSInvalidArgumentException, "count:"));
+}
+
 }  // namespace
 
 TEST(NSSet, IsMadeInEachWay) {
