@@ -59,6 +59,9 @@ enum NSMatchingFlags : uint64_t {
 /// groups, empty where there is none or it had no part; of several digits as many count as make the number of a group.
 /// A backslash takes the next character as it is; a `$` without a digit is itself.
 ///
+/// Each call copies the range of a text that is stored as ASCII, to widen it: whoever goes through a long text asks for all
+/// matches at once rather than for the first of what is left.
+///
 /// A null text, pattern or template raises NSInvalidArgumentException, as does a text of more than 2^31 - 1 units; a range
 /// past the end NSRangeException. A search that needs more memory than ICU grants it raises NSGenericException.
 ///
