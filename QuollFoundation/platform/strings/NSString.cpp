@@ -7,6 +7,7 @@
 #include "QuollFoundation/platform/object/AssociatedValues.h"
 #include "QuollFoundation/platform/object/AutoreleaseScope.h"
 #include "QuollFoundation/platform/object/ClassBuilder.h"
+#include "QuollFoundation/platform/object/LargeMemoryInternal.h"
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/platform/strings/CharacterSets.h"
@@ -51,6 +52,7 @@ Text::InPlace Text::allocate(size_t length, size_t unitSize) {
   static_assert(sizeof(Made<NSString>) == sizeof(NSString));
   Ref<NSString> object = makeSized<NSString>(length * unitSize);
   void* behind = object.get() + 1;
+  prepareToFill(behind, length * unitSize);
   return {std::move(object), behind};
 }
 
