@@ -146,4 +146,7 @@ inline Class* Meddler::classObject() {
   return cls;
 }
 
+inline constexpr auto even = [](NSNumber* n) { return n->integerValue() % 2 == 0; };
+inline constexpr auto never = [](auto...) { return false; };
+
 }  // namespace quoll::testsupport
