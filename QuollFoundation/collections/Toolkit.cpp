@@ -361,9 +361,8 @@ Ref<NSObject> __ASTFind_NSDictionary_keysAndValues(const NSDictionary* dictionar
 Ref<NSObject> __ASTFind_NSFastEnumeration(NSObject* collection, ElementPredicate predicate) {
   Ref<NSObject> found;
   detail::walk(collection, [&](NSObject* element) {
-    const Ref<NSObject> kept = element;  // the predicate may let the collection's last reference go
     if (!predicate(element)) return true;
-    found = kept;
+    found = element;
     return false;
   });
   return found;
