@@ -43,15 +43,25 @@ bool hasLargePagesAsked(const void* address) {
   return false;
 }
 
+bool kernelHasLargePages() { return std::filesystem::exists("/sys/kernel/mm/transparent_hugepage"); }
+
 constexpr size_t large = alwaysMappedAnew + (size_t{8} << 20);
 constexpr size_t middle = large / 2;
 
 TEST(LargeMemory, GetsLargePages) {
-  if (!std::filesystem::exists("/sys/kernel/mm/transparent_hugepage")) GTEST_SKIP() << "a kernel without large pages";
   const Mapping memory(large);
   EXPECT_FALSE(hasLargePagesAsked(memory.start() + middle));
   prepareToFill(memory.start() + 24, large - 24);
-  EXPECT_TRUE(hasLargePagesAsked(memory.start() + middle));
+  EXPECT_EQ(hasLargePagesAsked(memory.start() + middle), kernelHasLargePages());
+}
+
+TEST(LargeMemory, ThatIsSearchedGetsLargePagesEarlier) {
+  const Mapping memory(large);
+  prepareToSearch(memory.start(), (size_t{4} << 20) - 1);
+  EXPECT_FALSE(hasLargePagesAsked(memory.start() + (size_t{2} << 20)));
+  prepareToSearch(memory.start(), size_t{8} << 20);
+  EXPECT_EQ(hasLargePagesAsked(memory.start() + (size_t{4} << 20)), kernelHasLargePages());
+  EXPECT_FALSE(hasLargePagesAsked(memory.start() + middle));
 }
 
 TEST(LargeMemory, MemoryThatIsNotLargeIsLeftAlone) {
