@@ -256,6 +256,7 @@ CFIndex CFArrayGetLastIndexOfValue(CFArrayRef array, CFRange range, const void* 
 }
 
 bool CFArrayContainsValue(CFArrayRef array, CFRange range, const void* value) {
+  if (array) static_cast<void>(detail::checkedRange(array, "CFArrayContainsValue", range));
   return CFArrayGetFirstIndexOfValue(array, range, value) != kCFNotFound;
 }
 

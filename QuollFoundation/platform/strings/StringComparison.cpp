@@ -108,6 +108,7 @@ NSComparisonResult NSString::compare_options(const NSString* other, NSStringComp
 
 NSComparisonResult NSString::compare_options_range(const NSString* other, NSStringCompareOptions options,
                                                    NSRange range) const {
+  if (!rangeFits(range, length())) detail::raiseRange(this, "compare:options:range:", range, length());
   return compare_options_range_locale(other, options, range, nullptr);
 }
 

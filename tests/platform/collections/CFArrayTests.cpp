@@ -58,6 +58,12 @@ TEST(CFArray, RefusesNullInPlaceOfValuesAndFunctions) {
               raises(NSInvalidArgumentException, "CFArrayApplyFunction"));
 }
 
+TEST(CFArray, NamesTheFunctionThatWasGivenARangePastTheEnd) {
+  const void* value = "x";
+  const Ref<CFArray> one = CFArrayCreate(nullptr, &value, 1, nullptr);
+  EXPECT_THAT([&] { CFArrayContainsValue(one, {0, 2}, value); }, raises(NSRangeException, "CFArrayContainsValue"));
+}
+
 }  // namespace
 
 TEST(CFArray, KeepsValuesInCellsOfItsOwn) {

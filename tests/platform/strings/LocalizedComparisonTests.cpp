@@ -68,7 +68,8 @@ TEST(LocalizedComparison, ComparesAPartOfTheReceiver) {
 }
 
 TEST(LocalizedComparison, RaisesForARangePastTheEnd) {
-  EXPECT_THAT([] { "abc"_ns->compare_options_range("abc"_ns, {}, {1, 3}); }, raises(NSRangeException, "length 3"));
+  EXPECT_THAT([] { "abc"_ns->compare_options_range("abc"_ns, {}, {1, 3}); },
+              raises(NSRangeException, "compare:options:range:]: Range {1, 3} out of bounds; length 3"));
   EXPECT_THAT([] { "abc"_ns->compare_options_range("abc"_ns, {}, {UINT64_MAX, 2}); },
               raises(NSRangeException, "length 3"));
 }
