@@ -17,10 +17,16 @@ Class* SurveyedFile::classObject() {
   return cls;
 }
 
-SurveyedFile::SurveyedFile(const std::string& name, Findings findings)
-    : name_(NSString::stringWithUTF8(name)), findings_(std::move(findings)) {
-  if (!name_) const_cast<Ref<NSString>&>(name_) = NSString::stringWithBytes_encoding(name, NSISOLatin1StringEncoding);
+namespace {
+/// A name that is no UTF-8 is shown as Latin-1.
+Ref<NSString> textOf(const std::string& name) {
+  if (Ref<NSString> text = NSString::stringWithUTF8(name)) return text;
+  return NSString::stringWithBytes_encoding(name, NSISOLatin1StringEncoding);
 }
+}  // namespace
+
+SurveyedFile::SurveyedFile(const std::string& name, Findings findings)
+    : name_(textOf(name)), findings_(std::move(findings)) {}
 
 Ref<NSString> SurveyedFile::extension() const {
   const std::string path = name_->utf8();
