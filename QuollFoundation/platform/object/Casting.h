@@ -59,7 +59,7 @@ template <class T, class O> Ref<T> as(Ref<O>&& object) {
 template <class T, class O> requires std::derived_from<std::remove_const_t<O>, NSObject>
 detail::CastResult<T, O>* cast(O* object) {
   if (object && !detail::isKind<T>(object)) [[unlikely]]
-    detail::raiseWrongClass(object, detail::className<T>());
+    detail::raiseWrongClass(object, detail::className<T>);
   return static_cast<detail::CastResult<T, O>*>(object);
 }
 template <class T, class O> Ref<T> cast(const Ref<O>& object) { return cast<T>(object.get()); }

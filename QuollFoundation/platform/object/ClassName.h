@@ -43,12 +43,13 @@ template <auto f> constexpr std::string_view spelledFunctionName() {
   return text.substr(text.find_last_of('&') + 1);
 }
 
-/// `NSString`: the class's own name, for messages.
-template <class T> constexpr std::string_view className() {
-  const std::string_view text = spelledClassName<T>();
-  const size_t last = text.rfind("::");
-  return last == text.npos ? text : text.substr(last + 2);
+constexpr std::string_view lastPart(std::string_view name) {
+  const size_t last = name.rfind("::");
+  return last == name.npos ? name : name.substr(last + 2);
 }
+
+/// `NSString`: the class's own name, for messages. A constant, so that what raises one stays short.
+template <class T> inline constexpr std::string_view className = lastPart(spelledClassName<T>());
 
 /// One word for a class, the same in every module. For plain classes: of templates the spelling differs.
 template <class T> constexpr uint64_t classKey() { return hashOfName(spelledClassName<T>()); }

@@ -59,7 +59,7 @@ template <class T, class C, class Where> T fromCanonical(C&& value, Where where,
     using Object = typename Pointee<Bare>::Type;
     NSObject* object = value;
     if (object && !isKind<Object>(object)) [[unlikely]]
-      raiseWrongObject(placeName(where), index, className<Object>(), object);
+      raiseWrongObject(placeName(where), index, className<Object>, object);
     if constexpr (isRef<std::remove_cvref_t<C>> && isRef<Bare>) {
       return Bare::adopt(static_cast<Object*>(value.detach()));
     } else return static_cast<Object*>(object);

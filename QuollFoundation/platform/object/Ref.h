@@ -69,7 +69,7 @@ template <class T> class Ref {
  private:
   T* checked() const {
     if (!object_) [[unlikely]]
-      detail::raiseNullReceiver(detail::className<T>());
+      detail::raiseNullReceiver(detail::className<T>);
     return object_;
   }
 

@@ -186,8 +186,8 @@ template <class T> T Value::as(std::string_view where, size_t index) const {
     if constexpr (std::is_same_v<C, int64_t> || std::is_floating_point_v<C>) return number<Bare>(where, index);
     else if constexpr (std::is_same_v<C, NSObject*>) {
       using Object = typename Pointee<Bare>::Type;
-      if (kind_ != Kind::Object) refuse(where, index, className<Object>());
-      if (object_ && !isKind<Object>(object_)) refuse(where, index, className<Object>());
+      if (kind_ != Kind::Object) refuse(where, index, className<Object>);
+      if (object_ && !isKind<Object>(object_)) refuse(where, index, className<Object>);
       return static_cast<Object*>(object_);
     } else if constexpr (std::is_same_v<C, const char*>) {
       if (kind_ == Kind::Object && !object_) return nullptr;

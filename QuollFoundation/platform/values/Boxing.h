@@ -67,7 +67,7 @@ Ref<std::remove_const_t<T>> box(T* object) {
 /// A number, an enumeration, a registered struct, `std::string` (UTF-8) or `std::u16string`.
 template <class T> T unbox(const NSObject* object) {
   using Limits = std::numeric_limits<T>;
-  constexpr std::string_view name = detail::className<T>();
+  constexpr std::string_view name = detail::className<T>;
   if constexpr (std::is_same_v<T, bool>) return detail::unboxBool(object);
   else if constexpr (std::is_enum_v<T>) return static_cast<T>(unbox<std::underlying_type_t<T>>(object));
   else if constexpr (std::signed_integral<T>) {

@@ -14,8 +14,8 @@ void somewhere(NSObject*) {}
 void elsewhere(NSObject*) {}
 }  // namespace
 
-static_assert(className<NSString>() == "NSString" && className<Counter>() == "Counter");
-static_assert(className<const NSString>() == "NSString" && className<const Counter>() == "Counter");
+static_assert(className<NSString> == "NSString" && className<Counter> == "Counter");
+static_assert(className<const NSString> == "NSString" && className<const Counter> == "Counter");
 static_assert(classKey<NSString>() != classKey<NSObject>() && classKey<Counter>() != classKey<SubCounter>());
 static_assert(functionKey<&somewhere>() != functionKey<&elsewhere>());
 static_assert(functionKey<&Counter::plus>() != functionKey<&SubCounter::plus>());
