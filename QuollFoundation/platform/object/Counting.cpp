@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/object/Counting.h"
 
-#include <pthread.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
 
+#include "QuollFoundation/platform/object/CellMemoryInternal.h"
 #include "QuollFoundation/platform/object/LiveObjectsInternal.h"
 #include "QuollFoundation/platform/object/SideRecordInternal.h"
 
@@ -26,7 +25,7 @@ struct Releases {
 constexpr int deepestNesting = 64;
 constexpr uintptr_t linkTag = 1;
 
-void enqueue(NSObject* object) {
+[[gnu::noinline]] void enqueue(NSObject* object) {
   std::atomic<SideRecord*>& side = headerOf(object).side;
   if (SideRecord* record = side.load(std::memory_order_acquire)) record->nextToRelease = releases.pending;
   else
@@ -54,86 +53,45 @@ NSObject* dequeue() {
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool keepsRooms = false;  // each object its own memory: that is what these builds are for
+constexpr bool keepsCells = false;  // each object its own memory: that is what these builds are for
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool keepsRooms = false;
+constexpr bool keepsCells = false;
 #else
-constexpr bool keepsRooms = true;
+constexpr bool keepsCells = true;
 #endif
 #else
-constexpr bool keepsRooms = true;
+constexpr bool keepsCells = true;
 #endif
 
-constexpr size_t roomStep = 16;
-constexpr size_t roomSizes = 16;     // up to 256 bytes
-constexpr size_t mallocsOwn = 8;     // bytes that malloc adds to a block: with them, a block is whole steps
-constexpr size_t roomsOfASize = 32;  // that a thread keeps
-
-/// Rooms of one size that a thread gave back, linked through their first word.
-struct KeptRooms {
-  void* first;
-  size_t count;
-};
-struct RoomsOfThread {
-  KeptRooms sizes[roomSizes + 1];
-  size_t limit;  // 0 until the thread's end is watched, and after it
-  bool isWatched;
-};
-[[gnu::tls_model("initial-exec")]] constinit thread_local RoomsOfThread rooms{};
-
-void giveBackRooms(void*) {
-  rooms.limit = 0;
-  for (KeptRooms& kept : rooms.sizes) {
-    while (void* room = kept.first) {
-      std::memcpy(&kept.first, room, sizeof room);
-      ::operator delete(room);
-    }
-  }
+bool wantsCells() {
+  const char* wish = std::getenv("QUOLL_OBJECT_CACHE");
+  return !(wish && std::strcmp(wish, "0") == 0);
 }
 
-/// From the first room that a thread gives back on, its end is watched.
-void watchEndOfThread() {
-  rooms.isWatched = true;
-  static const bool isWanted = [] {
-    const char* wish = std::getenv("QUOLL_OBJECT_CACHE");
-    return !(wish && std::strcmp(wish, "0") == 0);
-  }();
-  static const pthread_key_t key = [] {
-    pthread_key_t made{};
-    return pthread_key_create(&made, &giveBackRooms) == 0 ? made : static_cast<pthread_key_t>(-1);
-  }();
-  if (isWanted && pthread_setspecific(key, &rooms) == 0) rooms.limit = roomsOfASize;
+[[gnu::noinline]] void* allocateByItself(size_t whole) { return ::new (::operator new(whole)) Header(1) + 1; }
+
+/// A thread's first object, and after that only those for which it has no free cell.
+[[gnu::noinline]] void* allocateSlowly(size_t whole) {
+  static const bool usesCells = keepsCells && wantsCells();  // read once
+  void* const cell = usesCells ? allocateCellSlowly(whole) : nullptr;
+  return cell ? ::new (cell) Header(Header::inCell | 1) + 1 : allocateByItself(whole);
 }
 
 }  // namespace
 
 void* allocateObject(size_t size) {
-  const size_t step = (sizeof(Header) + size + mallocsOwn + roomStep - 1) / roomStep;
-  if (!keepsRooms || step > roomSizes) {
-    return ::new (::operator new(sizeof(Header) + size)) Header(1) + 1;
-  }
-  KeptRooms& kept = rooms.sizes[step];
-  void* room = kept.first;
-  if (room) [[likely]] {
-    std::memcpy(&kept.first, room, sizeof room);
-    --kept.count;
-  } else {
-    room = ::operator new(step * roomStep - mallocsOwn);
-  }
-  return ::new (room) Header(step << Header::sizeShift | 1) + 1;
+  const size_t whole = sizeof(Header) + size;
+  if (whole > largestCell) return allocateByItself(whole);
+  if (void* const cell = keepsCells ? allocateCellQuickly(whole) : nullptr) [[likely]]
+    return ::new (cell) Header(Header::inCell | 1) + 1;
+  return allocateSlowly(whole);
 }
 
 void freeObject(Header* header) noexcept {
-  const size_t step = (header->counts.load(std::memory_order_relaxed) & Header::sizePart) >> Header::sizeShift;
-  KeptRooms& kept = rooms.sizes[step];
-  if (step && !rooms.isWatched) [[unlikely]]
-    watchEndOfThread();
-  if (step == 0 || kept.count >= rooms.limit) return ::operator delete(header);
-  void* room = header;
-  std::memcpy(room, &kept.first, sizeof room);
-  kept.first = room;
-  ++kept.count;
+  if (header->counts.load(std::memory_order_relaxed) & Header::inCell) [[likely]]
+    freeCell(header);
+  else ::operator delete(header);
 }
 
 void abandonObject(Header* header) noexcept {
@@ -147,27 +105,41 @@ void rejectMisplaced() {
   std::abort();
 }
 
+namespace {
+
+// What few objects need on their way out.
+[[gnu::noinline]] void dropSideRecord(Header& header) { delete header.side.load(std::memory_order_acquire); }
+[[gnu::noinline]] void forget(NSObject* object) { forgetLiveObject(object); }
+[[gnu::noinline]] void dropMemory(const NSObject* object) { Counts::releaseWeak(object); }
+
+}  // namespace
+
 inline void Counts::destroyNow(NSObject* object) {
   Header& header = headerOf(object);
   if (header.counts.load(std::memory_order_relaxed) & Header::recorded) [[unlikely]]
-    forgetLiveObject(object);
+    forget(object);
   object->~NSObject();
-  if (SideRecord* side = header.side.load(std::memory_order_acquire)) [[unlikely]]
-    delete side;
-  releaseWeak(object);
+  if (header.side.load(std::memory_order_acquire)) [[unlikely]]
+    dropSideRecord(header);
+  constexpr uint64_t unseen = Header::oneWeak | Header::dying | Header::inCell;  // nobody refers to it weakly
+  if (header.counts.load(std::memory_order_acquire) == unseen) [[likely]]
+    freeCell(&header);
+  else dropMemory(object);
 }
 
 void Counts::destroy(const void* dead) {
   auto* object = static_cast<NSObject*>(const_cast<void*>(dead));
-  if (releases.depth >= deepestNesting) return enqueue(object);
-  ++releases.depth;
+  Releases& mine = releases;
+  if (mine.depth >= deepestNesting) [[unlikely]]
+    return enqueue(object);
+  ++mine.depth;
   destroyNow(object);
-  if (releases.pending && releases.depth == 1) [[unlikely]]
+  if (mine.pending && mine.depth == 1) [[unlikely]]
     destroyPending();
-  --releases.depth;
+  --mine.depth;
 }
 
-void Counts::destroyPending() {
+[[gnu::noinline]] void Counts::destroyPending() {
   while (releases.pending) destroyNow(dequeue());
 }
 

@@ -29,11 +29,10 @@ struct Header {
   static constexpr uint64_t immortal = uint64_t{1} << 31;  ///< Literals and classes: never counted.
   static constexpr uint64_t oneWeak = uint64_t{1} << 32;
   static constexpr uint64_t recorded = uint64_t{1} << 63;  ///< Is in the count of live objects by class.
-  static constexpr int sizeShift = 58;                     ///< Above: the room in steps of 16 bytes; 0 if larger.
-  static constexpr uint64_t sizePart = uint64_t{31} << sizeShift;
+  static constexpr uint64_t inCell = uint64_t{1} << 62;    ///< Has its memory from allocateCell.
   static constexpr uint64_t unshared = oneWeak | 1;
   static constexpr uint64_t strongPart = oneWeak - 1;
-  static constexpr uint64_t weakPart = ~strongPart & ~recorded & ~sizePart;
+  static constexpr uint64_t weakPart = ~strongPart & ~recorded & ~inCell;
 
   constexpr explicit Header(uint64_t strong) : counts(oneWeak | strong) {}
   std::atomic<uint64_t> counts;
@@ -50,9 +49,10 @@ inline const void* vtableOf(const void* object) {
   return vtable;
 }
 
-/// Room for a header, which is made with one strong reference, and `size` bytes behind it; gives their address.
-/// Small rooms come from a short list that each thread keeps of those that it gave back. The variable
-/// QUOLL_OBJECT_CACHE=0 of the environment turns that off, for tools that watch the heap.
+/// Room for a header, which is made with one strong reference, and `size` bytes behind it; gives their address, which
+/// is aligned to 16 if `size` is a multiple of 16, else to 8. Small objects stand close together in memory that each
+/// thread has of its own. The variable QUOLL_OBJECT_CACHE=0 of the environment turns that off, for tools that watch
+/// the heap.
 QF_EXPORT void* allocateObject(size_t size);
 QF_EXPORT void freeObject(Header* header) noexcept;
 /// After a constructor that threw: a Weak that it gave away is null from here on.
@@ -75,7 +75,7 @@ struct Counts {
     std::atomic<uint64_t>& counts = headerOf(object).counts;
     const uint64_t now = counts.load(std::memory_order_acquire);
     if (now & Header::immortal) return;
-    if ((now & ~Header::sizePart) == Header::unshared) {  // no other reference, strong or weak: nobody can race
+    if ((now & ~Header::inCell) == Header::unshared) {  // no other reference, strong or weak: nobody can race
       counts.store(now - 1 + Header::dying, std::memory_order_relaxed);
       destroy(object);
     } else if (__libc_single_threaded && (now & Header::strongPart) != 1) {

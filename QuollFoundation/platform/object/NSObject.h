@@ -143,7 +143,8 @@ template <class T> struct Made : T {
 template <class T, class... A> Ref<T> makeSized(size_t extraBytes, A&&... arguments) {
   using Object = detail::Made<T>;
   static_assert(alignof(Object) <= sizeof(detail::Header), "over-aligned members are not supported");
-  void* place = detail::allocateObject(sizeof(Object) + extraBytes);
+  constexpr size_t alignment = alignof(Object);
+  void* place = detail::allocateObject((sizeof(Object) + extraBytes + alignment - 1) / alignment * alignment);
   detail::Header* header = static_cast<detail::Header*>(place) - 1;
   try {
     T* object;
