@@ -32,12 +32,15 @@ template <class T> struct KnownVtables {
   }
 };
 
-template <class T> bool isKind(const NSObject* object) {
+/// The first look is inline wherever a cast stands; the rest is a call.
+template <class T> [[gnu::always_inline]] inline bool isKind(const NSObject* object) {
   if constexpr (std::is_same_v<std::remove_const_t<T>, NSObject>) {
     return true;
   } else {
     using Known = KnownVtables<std::remove_const_t<T>>;
-    return vtableOf(object) == Known::first.load(std::memory_order_relaxed) || Known::has(object);
+    if (vtableOf(object) == Known::first.load(std::memory_order_relaxed)) [[likely]]
+      return true;
+    return Known::has(object);
   }
 }
 
@@ -57,7 +60,7 @@ template <class T, class O> Ref<T> as(Ref<O>&& object) {
 
 /// The same, but raises NSInvalidArgumentException for another class. Null stays null.
 template <class T, class O> requires std::derived_from<std::remove_const_t<O>, NSObject>
-detail::CastResult<T, O>* cast(O* object) {
+[[gnu::always_inline]] inline detail::CastResult<T, O>* cast(O* object) {
   if (object && !detail::isKind<T>(object)) [[unlikely]]
     detail::raiseWrongClass(object, detail::className<T>);
   return static_cast<detail::CastResult<T, O>*>(object);
