@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/collections/Toolkit.h"
 
+#include <bit>
 #include <cstdlib>
 
 #include "QuollFoundation/platform/collections/ArrayAccessInternal.h"
@@ -49,7 +50,9 @@ auto valueAt(const NSString* keyPath) {
 // The cores. Each takes any callable, so that a member's own callback is called directly. A callback may let the last
 // reference to the collection go: what is read once more after a walk is pinned.
 
-void append(NSMutableArray* results, Ref<NSObject> result) { detail::ArrayAccess::append(results, std::move(result)); }
+void append(NSMutableArray* results, Ref<NSObject>&& result) {
+  detail::ArrayAccess::append(results, std::move(result));
+}
 template <class Collection> void append(Collection* results, const Ref<NSObject>& result) {
   results->addObject(result);
 }
@@ -60,6 +63,24 @@ template <class Test> Ref<NSArray> filteredArray(const NSArray* array, Test test
   const Ref<NSMutableArray> passing = NSMutableArray::array();
   eachIndexed(enumerable(array), [&](NSObject* element, uint64_t index) {
     if (test(element, index)) append(passing.get(), element);
+  });
+  return detail::ArrayAccess::frozen(passing);
+}
+
+/// The same where the index does not matter.
+Ref<NSArray> filteredArray(const NSArray* array, const ElementPredicate& test) {
+  if (!array) return nullptr;
+  const Ref<NSMutableArray> passing = NSMutableArray::array();
+  const auto visitBatch = [&](NSObject* const* elements, uint64_t count) {
+    // From one set bit to the next: a branch on each answer would mostly be mispredicted.
+    for (uint64_t answers = test.callInARow(elements, count); answers; answers &= answers - 1) {
+      append(passing.get(), elements[std::countr_zero(answers)]);
+    }
+    return true;
+  };
+  detail::walkInBatches(enumerable(array), visitBatch, [&](NSObject* element) {
+    if (test(element)) append(passing.get(), element);
+    return true;
   });
   return detail::ArrayAccess::frozen(passing);
 }
@@ -112,6 +133,24 @@ Ref<Result> mapped(NSObject* collection, Ref<Result> results, Transform transfor
   return results;
 }
 
+/// The same where the index does not matter.
+template <class Result> Ref<Result> mapped(NSObject* collection, Ref<Result> results,
+                                           const ElementTransform& transform) {
+  const auto visitBatch = [&](NSObject* const* elements, uint64_t count) {
+    Ref<NSObject> batch[detail::batchSize];
+    transform.callInARow(elements, count, batch);
+    for (uint64_t i = 0; i < count; ++i) {
+      if (batch[i]) append(results.get(), std::move(batch[i]));
+    }
+    return true;
+  };
+  detail::walkInBatches(collection, visitBatch, [&](NSObject* element) {
+    if (Ref<NSObject> result = transform(element)) append(results.get(), std::move(result));
+    return true;
+  });
+  return results;
+}
+
 template <class Transform>
 Ref<NSMutableDictionary> mappedDictionary(const NSDictionary* dictionary, Transform transform) {
   if (!dictionary) return nullptr;
@@ -156,9 +195,13 @@ template <class Key> Ref<NSMutableDictionary> indexed(NSObject* collection, Key 
   return index;
 }
 
-template <class Step> Ref<NSObject> reduced(NSObject* collection, Ref<NSObject> memo, Step step) {
-  detail::walk(collection, [&](NSObject* element) {
-    memo = step(memo.get(), element);
+Ref<NSObject> reduced(NSObject* collection, Ref<NSObject> memo, const Reducer& reducer) {
+  const auto visitBatch = [&](NSObject* const* elements, uint64_t count) {
+    reducer.callInARow(elements, count, memo);
+    return true;
+  };
+  detail::walkInBatches(collection, visitBatch, [&](NSObject* element) {
+    memo = reducer(memo.get(), element);
     return true;
   });
   return memo;
@@ -286,7 +329,7 @@ bool __ASTEmpty_NSFastEnumeration(NSObject* collection) {
 // Filter, Reject, Without
 
 Ref<NSArray> __ASTFilter_NSArray(const NSArray* array, ElementPredicate predicate) {
-  return filteredArray(array, [&](NSObject* element, uint64_t) { return predicate(element); });
+  return filteredArray(array, predicate);
 }
 Ref<NSArray> __ASTFilter_NSArray_withIndex(const NSArray* array, IndexedPredicate predicate) {
   return filteredArray(array, predicate);
@@ -474,13 +517,10 @@ template <class Transform> Ref<NSMutableArray> mappedEnumerable(NSObject* collec
 template <class Transform> Ref<NSMutableOrderedSet> mappedOrderedSet(const NSOrderedSet* set, Transform transform) {
   return set ? mapped(enumerable(set), NSMutableOrderedSet::orderedSet(), transform) : nullptr;
 }
-auto withoutIndex(const ElementTransform& transform) {
-  return [&transform](NSObject* element, uint64_t) { return transform(element); };
-}
 }  // namespace
 
 Ref<NSMutableArray> __ASTMap_NSArray(const NSArray* array, ElementTransform transform) {
-  return mappedArray(array, withoutIndex(transform));
+  return mappedArray(array, transform);
 }
 Ref<NSMutableArray> __ASTMap_NSArray_withIndex(const NSArray* array, IndexedTransform transform) {
   return mappedArray(array, transform);
@@ -501,16 +541,16 @@ Ref<NSMutableArray> __ASTMap_NSDictionary_keysAndValues_toArray(const NSDictiona
   return results;
 }
 Ref<NSMutableSet> __ASTMap_NSSet(const NSSet* set, ElementTransform transform) {
-  return set ? mapped(enumerable(set), NSMutableSet::set(), withoutIndex(transform)) : nullptr;
+  return set ? mapped(enumerable(set), NSMutableSet::set(), transform) : nullptr;
 }
 Ref<NSMutableOrderedSet> __ASTMap_NSOrderedSet(const NSOrderedSet* set, ElementTransform transform) {
-  return mappedOrderedSet(set, withoutIndex(transform));
+  return mappedOrderedSet(set, transform);
 }
 Ref<NSMutableOrderedSet> __ASTMap_NSOrderedSet_withIndex(const NSOrderedSet* set, IndexedTransform transform) {
   return mappedOrderedSet(set, transform);
 }
 Ref<NSMutableArray> __ASTMap_NSFastEnumeration(NSObject* collection, ElementTransform transform) {
-  return mappedEnumerable(collection, withoutIndex(transform));
+  return mappedEnumerable(collection, transform);
 }
 Ref<NSMutableArray> __ASTMap_NSFastEnumeration_withIndex(NSObject* collection, IndexedTransform transform) {
   return mappedEnumerable(collection, transform);

@@ -12,8 +12,9 @@ namespace quoll::inline v1::detail {
 /// Ways in and out of an array that take no references: for those who make one.
 struct ArrayAccess {
   /// Takes over a reference; not null.
-  static void append(NSMutableArray* array, Ref<NSObject> object) {
-    if (array->count_ == array->capacity_) array->makeRoom(array->capacity_, array->count_ + 1);
+  [[gnu::always_inline]] static void append(NSMutableArray* array, Ref<NSObject>&& object) {
+    if (array->count_ == array->capacity_) [[unlikely]]
+      array->makeRoom(array->capacity_, array->count_ + 1);
     array->items_[array->count_++] = object.detach();
     ++array->mutations_;
   }

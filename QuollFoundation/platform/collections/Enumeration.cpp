@@ -15,7 +15,11 @@ void objc_enumerationMutation(NSObject* collection) {
 }
 
 void forEachIn(NSObject* enumerable, BlockRef<void(NSObject*)> visit) {
-  detail::walk(enumerable, [&](NSObject* element) {
+  const auto visitBatch = [&](NSObject* const* elements, uint64_t count) {
+    visit.callInARow(elements, count);
+    return true;
+  };
+  detail::walkInBatches(enumerable, visitBatch, [&](NSObject* element) {
     visit(element);
     return true;
   });

@@ -17,25 +17,27 @@ enum NSEnumerationOptions : uint64_t {
 
 namespace detail {
 
-/// The counter of mutations of every collection that can't be changed: its elements need no reference while walked.
+constexpr uint64_t batchSize = 16;
+
+/// The counter of mutations of every collection that can't be changed: its elements need no reference while walked, and
+/// its batches are of `batchSize` at most.
 QF_EXPORT extern uint64_t neverMutated;
 
 /// Calls `visit(element)` for each element of an enumerable, until it answers false; answers whether it never did.
-/// Elements come in batches of 16; a mutation of the collection by `visit` raises before the next element.
-template <class Visit> bool walk(NSObject* enumerable, Visit visit) {
+/// Elements come in batches of 16; a mutation of the collection by `visit` raises before the next element. Where nothing
+/// can change the collection `visitBatch(elements, count)` is called instead, which answers likewise.
+template <class VisitBatch, class Visit> bool walkInBatches(NSObject* enumerable, VisitBatch visitBatch, Visit visit) {
   if (!enumerable) return true;
   const Ref<NSObject> pinned = enumerable;
   NSFastEnumerationState state{};
-  NSObject* buffer[16];
+  NSObject* buffer[batchSize];
   uint64_t mutations = 0;
   bool started = false;
-  while (const uint64_t count = enumerable->countByEnumeratingWithState_objects_count(&state, buffer, 16)) {
+  while (const uint64_t count = enumerable->countByEnumeratingWithState_objects_count(&state, buffer, batchSize)) {
     if (!started && state.mutationsPtr) mutations = *state.mutationsPtr;
     started = true;
     if (state.mutationsPtr == &neverMutated) {
-      for (uint64_t i = 0; i < count; ++i) {
-        if (!visit(state.itemsPtr[i])) return false;
-      }
+      if (!visitBatch(static_cast<NSObject* const*>(state.itemsPtr), count)) return false;
       continue;
     }
     for (uint64_t i = 0; i < count; ++i) {
@@ -47,6 +49,17 @@ template <class Visit> bool walk(NSObject* enumerable, Visit visit) {
     }
   }
   return true;
+}
+
+/// The same, element by element.
+template <class Visit> bool walk(NSObject* enumerable, Visit visit) {
+  const auto visitBatch = [&](NSObject* const* elements, uint64_t count) {
+    for (uint64_t i = 0; i < count; ++i) {
+      if (!visit(elements[i])) return false;
+    }
+    return true;
+  };
+  return walkInBatches(enumerable, visitBatch, [&](NSObject* element) { return visit(element); });
 }
 
 }  // namespace detail

@@ -32,9 +32,51 @@ struct BlockTable {
   uint64_t key;                              ///< Of its signature.
   Ref<HeapBlock> (*copied)(void* callable);  ///< A counted copy on the heap.
 };
+/// How a callback that takes one object is called for many in a row: a walk then costs an indirect call for all of
+/// them, and the compiler sees the loop. `of<call>` is the function for the callback whose own function is `call`.
+template <class Signature> struct CallsInARow {
+  using Function = void*;  // none
+  template <auto call> static constexpr Function of = nullptr;
+};
+template <> struct CallsInARow<void(NSObject*)> {
+  using Function = void (*)(void* callable, NSObject* const* objects, size_t count);
+  template <auto call> static constexpr Function of = [](void* callable, NSObject* const* objects, size_t count) {
+    for (size_t i = 0; i < count; ++i) call(callable, objects[i]);
+  };
+};
+template <> struct CallsInARow<bool(NSObject*)> {
+  /// Bit i is the answer for object i; 64 at most.
+  using Function = uint64_t (*)(void* callable, NSObject* const* objects, size_t count);
+  template <auto call> static constexpr Function of = [](void* callable, NSObject* const* objects, size_t count) {
+    uint64_t answers = 0;
+    for (size_t i = 0; i < count; ++i) answers |= uint64_t{call(callable, objects[i])} << i;
+    return answers;
+  };
+};
+template <> struct CallsInARow<Ref<NSObject>(NSObject*)> {
+  using Function = void (*)(void* callable, NSObject* const* objects, size_t count, Ref<NSObject>* results);
+  template <auto call>
+  static constexpr Function of = [](void* callable, NSObject* const* objects, size_t count, Ref<NSObject>* results) {
+    for (size_t i = 0; i < count; ++i) results[i] = call(callable, objects[i]);
+  };
+};
+template <> struct CallsInARow<Ref<NSObject>(NSObject*, NSObject*)> {
+  /// Each result is the first argument of the next call.
+  using Function = void (*)(void* callable, NSObject* const* objects, size_t count, Ref<NSObject>& result);
+  template <auto call>
+  static constexpr Function of = [](void* callable, NSObject* const* objects, size_t count, Ref<NSObject>& result) {
+    for (size_t i = 0; i < count; ++i) result = call(callable, result.get(), objects[i]);
+  };
+};
+
 template <class R, class... A> struct TypedBlockTable : BlockTable {
   R (*call)(void* callable, A... arguments);
+  typename CallsInARow<R(A...)>::Function callInARow;
 };
+template <auto call, class R, class... A>
+constexpr TypedBlockTable<R, A...> typedBlockTable(Ref<HeapBlock> (*copied)(void*), R (*)(void*, A...)) {
+  return {{FineKey<R(A...)>::value, copied}, call, CallsInARow<R(A...)>::template of<call>};
+}
 
 template <class F> class HeapBlockOf : public HeapBlock {
  public:
@@ -96,7 +138,7 @@ template <class F, class R, class... A> struct BlockTableOf {
     if constexpr (std::is_copy_constructible_v<F>) return make<HeapBlockOf<F>>(*static_cast<F*>(callable), &table);
     else raiseNotCopyable();
   }
-  static constexpr TypedBlockTable<R, A...> table{{FineKey<R(A...)>::value, &copied}, &call};
+  static constexpr TypedBlockTable<R, A...> table = typedBlockTable<&call>(&copied, &call);
 };
 
 template <class F, class... Not>
@@ -132,6 +174,10 @@ template <class R, class... A> class BlockRef<R(A...)> {
   BlockRef& operator=(const BlockRef&) = delete;
 
   R operator()(A... arguments) const { return table_->call(callable_, arguments...); }
+  /// For the library's walks, see CallsInARow.
+  template <class... More> auto callInARow(NSObject* const* objects, size_t count, More&&... more) const {
+    return table_->callInARow(callable_, objects, count, more...);
+  }
   void* callable() const { return callable_; }
   const detail::BlockTable* table() const { return table_; }
 
@@ -145,10 +191,10 @@ template <class R, class... A> class BlockRef<R(A...)> {
     return table->call(held->callable(), arguments...);
   }
   static Ref<detail::HeapBlock> sharedBlock(void* owner) { return static_cast<detail::HeapBlock*>(owner); }
-  static constexpr detail::TypedBlockTable<R, A...> heldTable{{detail::FineKey<R(A...)>::value, &sharedBlock},
-                                                              &callHeld};
-  static constexpr detail::TypedBlockTable<R, A...> functionTable{{detail::FineKey<R(A...)>::value, &copiedFunction},
-                                                                  &callFunction};
+  static constexpr detail::TypedBlockTable<R, A...> heldTable =
+      detail::typedBlockTable<&callHeld>(&sharedBlock, &callHeld);
+  static constexpr detail::TypedBlockTable<R, A...> functionTable =
+      detail::typedBlockTable<&callFunction>(&copiedFunction, &callFunction);
 
   void* callable_;
   const detail::TypedBlockTable<R, A...>* table_;
