@@ -30,9 +30,10 @@ set_target_properties(QuollFoundation PROPERTIES
   LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
 
 # An object's class is known by the address of its vtable, so a module that makes objects is never unloaded:
-# ours is not, and whoever links it into a shared module gets the same.
+# ours is not, and whoever links it into a shared module gets the same. Calls among ourselves go straight to their
+# function: nobody is to replace one of ours by one of the same name.
 target_link_options(QuollFoundation
-  PRIVATE -Wl,-z,nodelete -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map
+  PRIVATE -Wl,-z,nodelete -Wl,-Bsymbolic-functions -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map
   INTERFACE $<$<IN_LIST:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY;MODULE_LIBRARY>:-Wl,-z,nodelete>)
 if(NOT QUOLL_SANITIZE)  # a sanitizer's runtime is in the program only
   target_link_options(QuollFoundation PRIVATE -Wl,--no-undefined)
