@@ -111,7 +111,7 @@ Class::Class(Plan plan)
 Class* Class::makeOne(Plan plan) {
   using Object = detail::Made<Class>;
   auto* header = static_cast<detail::Header*>(detail::allocateObject(sizeof(Object))) - 1;
-  header->counts.store(detail::Header::oneWeak | detail::Header::immortal, std::memory_order_relaxed);
+  header->counts.fetch_or(detail::Header::immortal, std::memory_order_relaxed);
   return ::new (static_cast<void*>(header + 1)) Object(std::move(plan));
 }
 
@@ -124,7 +124,7 @@ Class* Class::build(Plan plan) {
   if (!isNew) {
     const Class* other = known->second;
     lock.unlock();
-    detail::headerOf(cls).counts.store(detail::Header::unshared, std::memory_order_relaxed);
+    detail::headerOf(cls).counts.fetch_and(~detail::Header::immortal, std::memory_order_relaxed);
     const Ref<Class> refused = Ref<Class>::adopt(cls);
     raise(NSInternalInconsistencyException, "there are two classes named " + cls->name_ + ", in " +
                                                 detail::pathOfModule(other->source_) + " and " +
