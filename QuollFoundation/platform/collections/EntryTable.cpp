@@ -70,8 +70,9 @@ template <class Entry> void EntryTable<Entry>::reserve(uint64_t count) {
   if (count > mostEntries) raise(NSMallocException, "a collection cannot hold 2^31 elements");
   const auto wanted = static_cast<uint32_t>(count);
   if (wanted > capacity_) {
-    entries_ = resized(entries_, wanted);
-    prepareToSearch(entries_, wanted * sizeof(Entry));
+    void* const larger = reallocatedToSearch(entries_, used_ * sizeof(Entry), wanted * sizeof(Entry));
+    if (!larger) raise(NSMallocException, "no memory for the elements of a collection");
+    entries_ = static_cast<Entry*>(larger);
     capacity_ = wanted;
   }
   if (wanted <= searchedOneByOne) return;

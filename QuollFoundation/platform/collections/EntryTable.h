@@ -110,7 +110,7 @@ template <class Entry> class EntryTable {
   /// `keys` offers `hash(key)` and `same(wanted, present)`. Null when the key is absent. `hash`, if given, becomes the
   /// key's, unless the entry was found without it.
   template <class Keys> Entry* find(const void* key, const Keys& keys, uint64_t* hash = nullptr) const;
-  template <class Keys> Entry* find(const void* key, uint64_t hash, const Keys& keys) const;
+  template <class Keys> [[gnu::always_inline]] Entry* find(const void* key, uint64_t hash, const Keys& keys) const;
 
   // Each of these counts as a mutation.
   void reserve(uint64_t count);
@@ -156,6 +156,13 @@ template <class Entry> template <class Same> Entry* EntryTable<Entry>::searchOne
 }
 
 template <class Entry> template <class Keys>
+inline Entry* EntryTable<Entry>::find(const void* key, uint64_t hash, const Keys& keys) const {
+  if (!index_.isActive()) return searchOneByOne([&](const void* present) { return keys.same(key, present); });
+  const uint32_t at = index_.find(hash, [&](uint32_t i) { return keys.same(key, entries_[i].key); });
+  return at == HashIndex::none ? nullptr : &entries_[at];
+}
+
+template <class Entry> template <class Keys>
 Entry* EntryTable<Entry>::find(const void* key, const Keys& keys, uint64_t* hash) const {
   if (!index_.isActive()) {
     if (Entry* found = searchOneByOne([&](const void* present) { return keys.same(key, present); })) return found;
@@ -165,13 +172,6 @@ Entry* EntryTable<Entry>::find(const void* key, const Keys& keys, uint64_t* hash
   const uint64_t own = keys.hash(key);
   if (hash) *hash = own;
   return find(key, own, keys);
-}
-
-template <class Entry> template <class Keys>
-Entry* EntryTable<Entry>::find(const void* key, uint64_t hash, const Keys& keys) const {
-  if (!index_.isActive()) return searchOneByOne([&](const void* present) { return keys.same(key, present); });
-  const uint32_t at = index_.find(hash, [&](uint32_t i) { return keys.same(key, entries_[i].key); });
-  return at == HashIndex::none ? nullptr : &entries_[at];
 }
 
 template <class Entry> void EntryTable<Entry>::swap(EntryTable& other) noexcept {

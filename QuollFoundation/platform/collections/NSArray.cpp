@@ -66,7 +66,7 @@ Class* NSArray::classObject() {
 NSArray::~NSArray() {
   void** const items = std::exchange(items_, nullptr);
   const uint64_t count = std::exchange(count_, 0);
-  for (uint64_t i = 0; i < count; ++i) detail::drop(items[i]);
+  detail::dropEach(items, count);
   if (items != reinterpret_cast<void**>(this + 1)) std::free(items);
 }
 

@@ -167,7 +167,7 @@ void NSMutableArray::removeAllObjects() {
   const uint64_t count = std::exchange(count_, 0);
   capacity_ = 0;
   ++mutations_;
-  for (uint64_t i = 0; i < count; ++i) detail::drop(items[i]);
+  detail::dropEach(items, count);
   std::free(items);
 }
 
@@ -202,7 +202,7 @@ template <class Removes> void NSMutableArray::removeWhere(NSRange range, Removes
   std::memmove(kept, items_ + NSMaxRange(range), (count_ - NSMaxRange(range)) * sizeof(void*));
   count_ -= removed;
   ++mutations_;
-  for (void* item : dropped) detail::drop(item);
+  detail::dropEach(dropped.data(), dropped.size());
 }
 
 void NSMutableArray::removeObject(const NSObject* object) { removeObject_inRange(object, {0, count_}); }

@@ -13,6 +13,16 @@ inline NSObject* object(const void* stored) { return static_cast<NSObject*>(cons
 inline NSObject* retained(const NSObject* object) { return Ref<NSObject>(const_cast<NSObject*>(object)).detach(); }
 inline void drop(const void* stored) { Ref<NSObject>::adopt(object(stored)); }
 
+/// Drops an array of references that nobody sees any more. Each count is fetched eight objects ahead: after a sort they
+/// stand anywhere in memory.
+inline void dropEach(void* const* stored, uint64_t count) {
+  constexpr uint64_t ahead = 8;
+  for (uint64_t i = 0; i < count; ++i) {
+    if (i + ahead < count) __builtin_prefetch(&headerOf(stored[i + ahead]), 1);
+    drop(stored[i]);
+  }
+}
+
 /// Whether a class is one of ours itself, whose initialisers may be called directly: nothing overrides them.
 template <class... T> bool isOneOf(const Class* cls) { return ((cls == T::classObject()) || ...); }
 

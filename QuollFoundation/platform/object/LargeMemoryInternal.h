@@ -16,4 +16,8 @@ void prepareToFill(void* memory, size_t size);
 /// would miss the translation of their address too. Blocks below 4 MiB are left alone.
 void prepareToSearch(void* memory, size_t size);
 
+/// As realloc, for such a block, whose first `kept` bytes count. From 4 MiB on they are copied: realloc would take the
+/// small pages along.
+void* reallocatedToSearch(void* memory, size_t kept, size_t size);
+
 }  // namespace quoll::inline v1::detail

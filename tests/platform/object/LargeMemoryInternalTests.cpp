@@ -5,6 +5,8 @@
 #include <sys/mman.h>
 
 #include <cstdint>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -62,6 +64,17 @@ TEST(LargeMemory, ThatIsSearchedGetsLargePagesEarlier) {
   prepareToSearch(memory.start(), size_t{8} << 20);
   EXPECT_EQ(hasLargePagesAsked(memory.start() + (size_t{4} << 20)), kernelHasLargePages());
   EXPECT_FALSE(hasLargePagesAsked(memory.start() + middle));
+}
+
+TEST(LargeMemory, ThatIsSearchedMayGrowAndKeepsItsStart) {
+  char* text = static_cast<char*>(std::malloc(3));
+  std::memcpy(text, "abc", 3);
+  for (const size_t size : {size_t{100}, size_t{8} << 20, size_t{64} << 20}) {
+    text = static_cast<char*>(reallocatedToSearch(text, 3, size));
+    EXPECT_EQ(std::string(text, 3), "abc") << size;
+    EXPECT_EQ(hasLargePagesAsked(text + size / 2), size >= (size_t{4} << 20) && kernelHasLargePages()) << size;
+  }
+  std::free(text);
 }
 
 TEST(LargeMemory, MemoryThatIsNotLargeIsLeftAlone) {
