@@ -16,9 +16,10 @@ void HashIndex::reserve(uint64_t count) {
   const uint64_t oldSize = slots_ ? uint64_t{mask_} + 1 : 0;
   if (slots_ && count <= oldSize / 4 * 3) return;
   const uint64_t size = std::max<uint64_t>(16, std::bit_ceil(count + count / 3 + 1));
-  auto* fresh = static_cast<Slot*>(std::calloc(size, sizeof(Slot)));
+  const uint64_t bytes = bytesFor(size);
+  auto* fresh = static_cast<Slot*>(std::calloc(bytes, 1));
   if (!fresh) raise(NSMallocException, "no memory for the index of a collection");
-  prepareToSearch(fresh, size * sizeof(Slot));
+  prepareToSearch(fresh, bytes);
   HashIndex old;
   old.swap(*this);
   slots_ = fresh;
@@ -38,9 +39,11 @@ void HashIndex::remove(uint64_t hash, uint32_t position) {
     const uint32_t home = slots_[i].hash >> shift_;
     if (((i - home) & mask_) < ((i - gap) & mask_)) continue;
     slots_[gap] = slots_[i];
+    setTag(gap, tagOf(slots_[gap].hash));
     gap = i;
   }
   slots_[gap].place = 0;
+  setTag(gap, 0);
   --count_;
 }
 
@@ -52,7 +55,7 @@ void HashIndex::shift(uint32_t from, int32_t by) {
 }
 
 void HashIndex::clear() {
-  if (slots_) std::memset(static_cast<void*>(slots_), 0, (uint64_t{mask_} + 1) * sizeof(Slot));
+  if (slots_) std::memset(static_cast<void*>(slots_), 0, bytesFor(uint64_t{mask_} + 1));
   count_ = 0;
 }
 
