@@ -5,6 +5,8 @@
 #include <unicode/utf16.h>
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <map>
 #include <mutex>
 
@@ -51,6 +53,24 @@ Ref<NSString> partOf(const NSString* text, NSRange range) {
   return part;
 }
 
+/// How many of eight ASCII units are letters, digits and underscores, up to the first that is none.
+size_t wordUnitsOfEight(const char* units) {
+  if constexpr (std::endian::native != std::endian::little) return 0;
+  constexpr uint64_t each = 0x0101'0101'0101'0101, tops = 0x80 * each;
+  uint64_t all;
+  std::memcpy(&all, units, sizeof all);
+  // The top bit of a byte: none of these sums reaches the next one.
+  const auto isAtLeast = [](uint64_t bytes, char least) {
+    return bytes + (0x80 - static_cast<uint64_t>(least)) * each;
+  };
+  const uint64_t small = all | 0x20 * each;  // makes no other unit a letter
+  const uint64_t letters = isAtLeast(small, 'a') & ~isAtLeast(small, 'z' + 1);
+  const uint64_t digits = isAtLeast(all, '0') & ~isAtLeast(all, '9' + 1);
+  const uint64_t underscores = ~isAtLeast(all ^ static_cast<uint64_t>('_') * each, 1);
+  const uint64_t others = ~(letters | digits | underscores) & tops;
+  return static_cast<size_t>(std::countr_zero(others)) / 8;
+}
+
 }  // namespace
 
 // ASCII
@@ -87,19 +107,39 @@ template <class Unit> ASCIIWords::Step ASCIIWords::step(std::basic_string_view<U
   return joins ? Step::In : Step::Out;
 }
 
-template <class Unit> WordSegment ASCIIWords::word(std::basic_string_view<Unit> text, size_t start) const {
-  size_t end = start + 1;
-  bool isPlain = text[start] == '_';  // of underscores alone
-  for (;; ++end) {
-    while (end < text.size() && !isBeyond(text, end) && inWords_[static_cast<uint8_t>(text[end])]) {
-      isPlain &= text[end++] == '_';
+/// From `index` on, the first unit that is none of those that need no second look.
+template <class Unit> size_t ASCIIWords::endInWords(std::basic_string_view<Unit> text, size_t index) const {
+  if constexpr (sizeof(Unit) == 1) {
+    for (size_t units = 8; units == 8 && text.size() - index >= 8; index += units) {
+      units = wordUnitsOfEight(text.data() + index);
     }
+  }
+  while (index < text.size() && !isBeyond(text, index) && inWords_[static_cast<uint8_t>(text[index])]) ++index;
+  return index;
+}
+
+template <class Unit> WordSegment ASCIIWords::word(std::basic_string_view<Unit> text, size_t start) const {
+  size_t end = start;
+  for (;;) {
+    end = endInWords(text, end + 1);
     if (end == text.size()) break;
     const Step next = step(text, end);
     if (next == Step::Unknown) return {start, start, false};
     if (next == Step::Out) break;
   }
+  if (text[start] != '_') return {start, end, true};
+  const bool isPlain = text.substr(start, end - start).find_first_not_of(Unit{'_'}) == text.npos;
   return {start, end, !isPlain || (end - start > 1 ? underscoresAreWord_ : underscoreIsWord_)};
+}
+
+WordSegment ASCIIWords::nextWord(std::string_view text, size_t start) const {
+  for (;;) {
+    while (start < text.size() && !inWords_[static_cast<uint8_t>(text[start])]) ++start;
+    if (start == text.size()) return {start, start, false};
+    const WordSegment segment = word(text, start);
+    if (segment.isWord) return segment;
+    start = segment.end;
+  }
 }
 
 template <class Unit>
@@ -176,6 +216,16 @@ WordSegment WordSegments::startingAt(uint64_t start) const {
   const auto from = static_cast<int32_t>(start);
   const int32_t end = ubrk_current(iterator) == from ? ubrk_next(iterator) : ubrk_following(iterator, from);
   return {start, static_cast<uint64_t>(end), isWordEnd(iterator)};
+}
+
+WordSegment WordSegments::nextWord(uint64_t start) const {
+  if (const char* ascii = text_->asciiCharacters()) return rules_.ascii().nextWord({ascii, length_}, start);
+  while (start < length_) {
+    const WordSegment segment = startingAt(start);
+    if (segment.isWord) return segment;
+    start = segment.end;
+  }
+  return {start, start, false};
 }
 
 WordSegment WordSegments::holding(uint64_t index) const {
