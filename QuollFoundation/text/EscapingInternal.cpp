@@ -6,6 +6,7 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include <array>
 #include <bit>
 
 #include "QuollFoundation/platform/strings/VectorScanInternal.h"
@@ -13,18 +14,19 @@
 HWY_BEFORE_NAMESPACE();
 namespace quoll::inline v1::detail::HWY_NAMESPACE {
 
+inline constexpr std::array<char, 128> escapes = [] {
+  std::array<char, 128> table{};
+  table['\t'] = 't';
+  table['\r'] = 'r';
+  table['\n'] = 'n';
+  for (const char itself : {'\\', '"', '\''}) table[static_cast<size_t>(itself)] = itself;
+  return table;
+}();
 /// What stands behind the backslash; 0 for a unit that needs none.
 template <class Unit>
-HWY_INLINE Unit escapeOf(Unit unit) {
-  switch (unit) {
-    case '\t': return 't';
-    case '\r': return 'r';
-    case '\n': return 'n';
-    case '\\':
-    case '"':
-    case '\'': return unit;
-    default: return 0;
-  }
+HWY_INLINE char escapeOf(Unit unit) {
+  const auto value = static_cast<char16_t>(unit);
+  return value < escapes.size() ? escapes[value] : '\0';
 }
 
 template <class D, class Units>
@@ -43,36 +45,39 @@ HWY_INLINE size_t countOf(const Unit* text, size_t length) {
   return count;
 }
 
-/// Writes the units from `i` on up to the first that needs no backslash, `length` at most, which have one.
+/// Without a branch on what the units are: a backslash is always written, and stays where it is needed.
 template <class Unit>
-HWY_INLINE void writeEscapes(const Unit* text, size_t length, size_t& i, Unit*& to) {
-  for (; i < length; ++i) {
-    const Unit escape = escapeOf(text[i]);
-    if (!escape) return;
-    *to++ = '\\';
-    *to++ = escape;
+HWY_INLINE Unit* writeEach(const Unit* text, size_t length, Unit* to) {
+  for (size_t i = 0; i < length; ++i) {
+    const char escape = escapeOf(text[i]);
+    *to = escape ? Unit{'\\'} : text[i];
+    to += escape != 0;
+    *to++ = escape ? static_cast<Unit>(escape) : text[i];
   }
+  return to;
 }
 
 template <class Unit>
 HWY_INLINE void writeWhole(const Unit* text, size_t length, Unit* to) {
-  using Lane = LaneOf<Unit>;
+  constexpr int few = 8;  // more of them in a vector, and it is faster to look at each unit
   const UnitTag<Unit> d;
   const size_t lanes = hn::Lanes(d);
   size_t i = 0;
   while (length - i >= lanes) {
     const auto units = loadUnits(d, text + i);
-    hn::StoreU(units, d, reinterpret_cast<Lane*>(to));  // fits, as what is left needs no less than it has units
     const uint64_t special = bitsOf(d, needEscapes(d, units));
+    if (std::popcount(special) > few) {
+      to = writeEach(text + i, lanes, to);
+      i += lanes;
+      continue;
+    }
+    hn::StoreU(units, d, reinterpret_cast<LaneOf<Unit>*>(to));  // fits: what is left needs as many places at least
     const size_t plain = special ? static_cast<size_t>(std::countr_zero(special)) : lanes;
     i += plain;
     to += plain;
-    if (special) writeEscapes(text, length, i, to);
+    if (special) to = writeEach(text + i++, 1, to);
   }
-  while (i < length) {
-    writeEscapes(text, length, i, to);
-    for (; i < length && !escapeOf(text[i]); ++i) *to++ = text[i];
-  }
+  writeEach(text + i, length - i, to);
 }
 
 size_t CountAscii(const char* text, size_t length) { return countOf(text, length); }
