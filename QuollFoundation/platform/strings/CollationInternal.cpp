@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/strings/CollationInternal.h"
 
+#include <unicode/uchar.h>
 #include <unicode/ucol.h>
 #include <unicode/uset.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <numeric>
@@ -111,6 +113,41 @@ class Units {
   uint64_t length_ = 0;
 };
 
+/// Appends ICU's key of a text.
+void appendKey(const UCollator* order, const Units& text, std::string& keys) {
+  const size_t before = keys.size();
+  for (size_t room = 4 * static_cast<size_t>(text.length()) + 16;;) {
+    keys.resize(before + room);
+    const auto fits = static_cast<int32_t>(std::min<size_t>(room, INT32_MAX));
+    auto* const key = reinterpret_cast<uint8_t*>(keys.data() + before);
+    const auto length = static_cast<size_t>(ucol_getSortKey(order, text.units(), text.length(), key, fits));
+    if (length == 0) raise(NSMallocException, "no memory for the place of a text in the order of a language");
+    if (length <= room) return keys.resize(before + length - 1);  // without the 0 at its end
+    room = length;
+  }
+}
+
+bool hasWideDigit(const Units& text) {
+  constexpr UChar firstWideDigit = 0x660;
+  for (int32_t i = 0; i < text.length();) {
+    if (text.units()[i] < firstWideDigit) {
+      ++i;
+      continue;
+    }
+    UChar32 c;
+    U16_NEXT(text.units(), i, text.length(), c);
+    if (u_isdigit(c)) return true;
+  }
+  return false;
+}
+
+/// ICU's comparison passes over what two texts have in common at their starts, and in a language with places of its own it
+/// doesn't see that it stops inside a number when the digits are beyond ASCII. Its keys are right.
+bool mayShareWideNumber(const Units& a, const Units& b) {
+  if (a.length() == 0 || b.length() == 0 || a.units()[0] != b.units()[0]) return false;
+  return hasWideDigit(a) || hasWideDigit(b);
+}
+
 }  // namespace
 
 // Printable ASCII
@@ -209,7 +246,14 @@ const ASCIIOrder& Collations::asciiOrder() const {
 
 NSComparisonResult Collations::ordered(const NSString* a, const NSString* b, uint64_t kind, uint64_t folding) const {
   const Units left(a, folding), right(b, folding);
-  return resultOf(ucol_strcoll(collator(kind), left.units(), left.length(), right.units(), right.length()));
+  const UCollator* const order = collator(kind);
+  if ((kind & NSNumericSearch) && mayShareWideNumber(left, right)) {
+    std::string leftKey, rightKey;
+    appendKey(order, left, leftKey);
+    appendKey(order, right, rightKey);
+    return resultOf(leftKey.compare(rightKey));
+  }
+  return resultOf(ucol_strcoll(order, left.units(), left.length(), right.units(), right.length()));
 }
 
 NSComparisonResult Collations::compare(const NSString* a, const NSString* b, uint64_t options) const {

@@ -128,12 +128,12 @@ TEST(ASCIIOrder, LeavesControlCharactersAndHugeNumbersToICU) {
 
 /// Texts in which everything comes together: numbers, case, width, marks, halves of pairs.
 rc::Gen<std::u16string> hardTexts() {
-  return rc::gen::container<std::u16string>(rc::gen::elementOf(std::u16string(u"aA0019é\u0301Ａ０\u200dЖ") +
+  return rc::gen::container<std::u16string>(rc::gen::elementOf(std::u16string(u"aA0019é\u0301Ａ０１\u200dЖ") +
                                                                char16_t{0xD83D} + char16_t{0xDE00} + char16_t{1}));
 }
 
 TEST(Collations, TheStandardOrderIsStrictAndTotal) {
-  for (const char* name : {"en_US", "da_DK", "en_US_POSIX"}) {
+  for (const char* name : {"en_US", "da_DK", "sv_SE", "en_US_POSIX"}) {
     SCOPED_TRACE(name);
     const Ref<NSLocale> own = locale(name);
     const Collations& order = Collations::of(own);
@@ -147,6 +147,22 @@ TEST(Collations, TheStandardOrderIsStrictAndTotal) {
       RC_ASSERT(order.compare(b, a, standard) == -ab);
       if (ab == NSOrderedAscending && bc == NSOrderedAscending) RC_ASSERT(ac == NSOrderedAscending);
     }));
+  }
+}
+
+TEST(Collations, OrdersNumbersInDigitsBeyondASCIIByValueInEveryLanguage) {
+  const char16_t* const texts[] = {u"\uFF11e",      u"1f",        u"\uFF15e",
+                                   u"\uFF11\uFF11", u"5\uFF102e", u"5\uFF10\uFF10\uFF10e"};
+  for (const char* name : {"en_US", "da_DK", "sv_SE", "ja_JP", "cs_CZ", "en_US_POSIX"}) {
+    SCOPED_TRACE(name);
+    const Ref<NSLocale> own = locale(name);
+    const Collations& order = Collations::of(own);
+    for (size_t i = 0; i < std::size(texts); ++i) {
+      for (size_t j = 0; j < std::size(texts); ++j) {
+        const Ref<NSString> a = NSString::stringWithCharacters(texts[i]), b = NSString::stringWithCharacters(texts[j]);
+        EXPECT_EQ(order.compare(a, b, standard), compareValues(i, j)) << i << " and " << j;
+      }
+    }
   }
 }
 
