@@ -19,8 +19,6 @@ void CloseCollator::operator()(UCollator* collator) const noexcept { ucol_close(
 
 namespace {
 
-constexpr uint64_t standardOptions =
-    NSCaseInsensitiveSearch | NSNumericSearch | NSWidthInsensitiveSearch | NSForcedOrderingSearch;
 constexpr int mostDigits = 254;  // ICU weighs longer numbers in parts
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -158,7 +156,7 @@ ASCIIOrder::ASCIIOrder(const UCollator* primary, const UCollator* tertiary) {
   if (U_FAILURE(status) || tailorsASCII(tertiary)) return;
   rank(primary, primary_);
   rank(tertiary, tertiary_);
-  isUsable_ = true;
+  isUsable_ = primary_['9'] - primary_['0'] == 9;  // nothing stands between the digits, or at a digit's place
 }
 
 bool ASCIIOrder::compare(std::string_view a, std::string_view b, NSComparisonResult& result) const {
@@ -188,6 +186,25 @@ bool ASCIIOrder::compare(std::string_view a, std::string_view b, NSComparisonRes
   }
   if (!primary) primary = tertiary;
   result = resultOf(primary ? primary : a.compare(b));
+  return true;
+}
+
+bool ASCIIOrder::appendKey(std::string_view text, std::string& keys) const {
+  for (size_t i = 0; i < text.size();) {
+    const uint8_t place = primary_[static_cast<uint8_t>(text[i])];
+    if (isDigit(text[i])) {  // a number: where digits stand, how many they are, and which
+      const Digits number = digitsAt(text, i);
+      if (number.end - i > mostDigits) return false;
+      keys += static_cast<char>(primary_['0']);
+      keys += static_cast<char>(number.significant.size() + 1);  // not 0, which is below everything
+      keys += number.significant;
+      i = number.end;
+    } else {
+      if (!place) return false;
+      keys += static_cast<char>(place);
+      ++i;
+    }
+  }
   return true;
 }
 
@@ -249,11 +266,15 @@ NSComparisonResult Collations::ordered(const NSString* a, const NSString* b, uin
   const UCollator* const order = collator(kind);
   if ((kind & NSNumericSearch) && mayShareWideNumber(left, right)) {
     std::string leftKey, rightKey;
-    appendKey(order, left, leftKey);
-    appendKey(order, right, rightKey);
+    detail::appendKey(order, left, leftKey);
+    detail::appendKey(order, right, rightKey);
     return resultOf(leftKey.compare(rightKey));
   }
   return resultOf(ucol_strcoll(order, left.units(), left.length(), right.units(), right.length()));
+}
+
+void Collations::appendKey(const NSString* text, std::string& keys) const {
+  detail::appendKey(collator(standardOptions), Units(text, 0), keys);
 }
 
 NSComparisonResult Collations::compare(const NSString* a, const NSString* b, uint64_t options) const {
