@@ -53,8 +53,8 @@ Ref<NSString> partOf(const NSString* text, NSRange range) {
   return part;
 }
 
-/// How many of eight ASCII units are letters, digits and underscores, up to the first that is none.
-size_t wordUnitsOfEight(const char* units) {
+/// How many of eight ASCII units are letters and digits, up to the first that is none.
+size_t lettersAndDigitsOfEight(const char* units) {
   if constexpr (std::endian::native != std::endian::little) return 0;
   constexpr uint64_t each = 0x0101'0101'0101'0101, tops = 0x80 * each;
   uint64_t all;
@@ -66,8 +66,7 @@ size_t wordUnitsOfEight(const char* units) {
   const uint64_t small = all | 0x20 * each;  // makes no other unit a letter
   const uint64_t letters = isAtLeast(small, 'a') & ~isAtLeast(small, 'z' + 1);
   const uint64_t digits = isAtLeast(all, '0') & ~isAtLeast(all, '9' + 1);
-  const uint64_t underscores = ~isAtLeast(all ^ static_cast<uint64_t>('_') * each, 1);
-  const uint64_t others = ~(letters | digits | underscores) & tops;
+  const uint64_t others = ~(letters | digits) & tops;
   return static_cast<size_t>(std::countr_zero(others)) / 8;
 }
 
@@ -86,43 +85,38 @@ ASCIIWords::ASCIIWords(UBreakIterator* iterator) {
     if (kinds_[c] != Other) continue;
     const char16_t letters[] = {u'a', c, u'a'}, digits[] = {u'1', c, u'1'};
     if (isOne(iterator, {letters, 2})) kinds_[c] = Letter;  // some versions take @ for one
-    betweenLetters_[c] = isOne(iterator, {letters, 3});
-    betweenDigits_[c] = isOne(iterator, {digits, 3});
+    if (isOne(iterator, {letters, 3})) roles_[c] |= BetweenLetters;
+    if (isOne(iterator, {digits, 3})) roles_[c] |= BetweenDigits;
   }
-  for (size_t c = 0; c < kinds_.size(); ++c) inWords_[c] = kinds_[c] >= Letter && kinds_[c] <= Underscore;
+  for (size_t c = 0; c < kinds_.size(); ++c) {
+    if (kinds_[c] >= Letter && kinds_[c] <= Underscore) roles_[c] |= InWords;
+  }
   underscoreIsWord_ = isOne(iterator, u"_") && isWordEnd(iterator);
   underscoresAreWord_ = isOne(iterator, u"__") && isWordEnd(iterator);
 }
 
-/// Whether a unit that comes behind a part of a word is one too; a sign is between two letters or two digits that it joins.
+/// Whether a sign that comes behind a part of a word is one too: when it is between two letters or two digits that it joins.
 template <class Unit> ASCIIWords::Step ASCIIWords::step(std::basic_string_view<Unit> text, size_t index) const {
-  if (isBeyond(text, index)) return Step::Unknown;
-  const auto sign = static_cast<uint8_t>(text[index]);
-  if (!betweenLetters_[sign] && !betweenDigits_[sign]) return Step::Out;
   if (isBeyond(text, index + 1)) return Step::Unknown;
   if (index + 1 == text.size()) return Step::Out;
   const Kind before = kinds_[static_cast<uint8_t>(text[index - 1])];
   if (before != kinds_[static_cast<uint8_t>(text[index + 1])]) return Step::Out;
-  const bool joins = (before == Letter && betweenLetters_[sign]) || (before == Digit && betweenDigits_[sign]);
-  return joins ? Step::In : Step::Out;
+  const unsigned joins = before == Letter ? BetweenLetters : before == Digit ? BetweenDigits : 0;
+  return rolesOf(text[index]) & joins ? Step::In : Step::Out;
 }
 
-/// From `index` on, the first unit that is none of those that need no second look.
-template <class Unit> size_t ASCIIWords::endInWords(std::basic_string_view<Unit> text, size_t index) const {
+template <class Unit> inline WordSegment ASCIIWords::word(std::basic_string_view<Unit> text, size_t start) const {
+  size_t end = start + 1;
   if constexpr (sizeof(Unit) == 1) {
-    for (size_t units = 8; units == 8 && text.size() - index >= 8; index += units) {
-      units = wordUnitsOfEight(text.data() + index);
+    for (size_t units = 8; units == 8 && text.size() - end >= 8; end += units) {
+      units = lettersAndDigitsOfEight(text.data() + end);
     }
   }
-  while (index < text.size() && !isBeyond(text, index) && inWords_[static_cast<uint8_t>(text[index])]) ++index;
-  return index;
-}
-
-template <class Unit> WordSegment ASCIIWords::word(std::basic_string_view<Unit> text, size_t start) const {
-  size_t end = start;
-  for (;;) {
-    end = endInWords(text, end + 1);
-    if (end == text.size()) break;
+  for (; end < text.size(); ++end) {
+    if (isBeyond(text, end)) return {start, start, false};
+    const unsigned roles = rolesOf(text[end]);
+    if (roles & InWords) continue;
+    if (roles == 0) break;
     const Step next = step(text, end);
     if (next == Step::Unknown) return {start, start, false};
     if (next == Step::Out) break;
@@ -134,7 +128,7 @@ template <class Unit> WordSegment ASCIIWords::word(std::basic_string_view<Unit> 
 
 WordSegment ASCIIWords::nextWord(std::string_view text, size_t start) const {
   for (;;) {
-    while (start < text.size() && !inWords_[static_cast<uint8_t>(text[start])]) ++start;
+    while (start < text.size() && !(rolesOf(text[start]) & InWords)) ++start;
     if (start == text.size()) return {start, start, false};
     const WordSegment segment = word(text, start);
     if (segment.isWord) return segment;
@@ -161,8 +155,7 @@ WordSegment ASCIIWords::holding(std::string_view text, size_t index) const {
     const auto before = static_cast<uint8_t>(text[i - 1]), here = static_cast<uint8_t>(text[i]);
     if (kinds_[here] == Space || kinds_[before] == Space) return kinds_[here] == kinds_[before];
     if (kinds_[here] == LineFeed) return kinds_[before] == CarriageReturn;
-    const auto mayJoin = [&](uint8_t c) { return inWords_[c] || betweenLetters_[c] || betweenDigits_[c]; };
-    return mayJoin(here) && mayJoin(before);
+    return roles_[here] && roles_[before];  // may be parts of one word
   };
   while (start > 0 && sticks(start)) --start;
   WordSegment segment = startingAt(text, start);

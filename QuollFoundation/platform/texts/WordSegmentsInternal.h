@@ -33,18 +33,21 @@ class ASCIIWords {
 
  private:
   enum Kind : uint8_t { Other, Letter, Digit, Underscore, Space, CarriageReturn, LineFeed };
+  enum Role : uint8_t {
+    InWords = 1,  // letters, digits and underscores: what needs no second look
+    BetweenLetters = 2,
+    BetweenDigits = 4,
+  };
   enum class Step : uint8_t { In, Out, Unknown };
   template <class Unit> Step step(std::basic_string_view<Unit> text, size_t index) const;
   template <class Unit> WordSegment word(std::basic_string_view<Unit> text, size_t start) const;
-  template <class Unit> size_t endInWords(std::basic_string_view<Unit> text, size_t index) const;
+  template <class Unit> unsigned rolesOf(Unit ascii) const { return roles_[static_cast<uint8_t>(ascii)]; }
   template <class Unit> static bool isBeyond(std::basic_string_view<Unit> text, size_t index) {
     return sizeof(Unit) > 1 && index < text.size() && text[index] >= 0x80;
   }
 
   std::array<Kind, 128> kinds_{};
-  std::array<bool, 128> inWords_{};  // letters, digits and underscores: what needs no second look
-  std::array<bool, 128> betweenLetters_{};
-  std::array<bool, 128> betweenDigits_{};
+  std::array<uint8_t, 128> roles_{};
   bool underscoreIsWord_ = false;    // by itself
   bool underscoresAreWord_ = false;  // two and more
 };
