@@ -85,20 +85,33 @@ void finder_compare(State& s) {
 }
 OURS(finder_compare, "finder_compare");
 
+std::vector<Ref<NSString>> names() {
+  std::vector<Ref<NSString>> all;
+  for (const std::string& name : file_names()) all.push_back(NSString::stringWithUTF8(name));
+  return all;
+}
 void natural_sort(State& s) {
   speakEnglish();
-  std::vector<Ref<NSString>> names;
-  for (const std::string& name : file_names()) names.push_back(NSString::stringWithUTF8(name));
+  const Ref<NSMutableArray> array = NSMutableArray::array();
+  for (const Ref<NSString>& name : names()) array->addObject(name);
+  for (auto _ : s) keep(array->sortedArrayUsingSelector("finderCompare:"_sel)->firstObject());
+  items(s, std::int64_t(array->count()));
+}
+/// Where the sort doesn't know the order, as in an algorithm of C++ or a comparator, each comparison is one of texts.
+void natural_sort_by_comparisons(State& s) {
+  speakEnglish();
+  const std::vector<Ref<NSString>> all = names();
   for (auto _ : s) {
-    std::vector<std::uint32_t> order(names.size());
+    std::vector<std::uint32_t> order(all.size());
     std::iota(order.begin(), order.end(), 0u);
     std::sort(order.begin(), order.end(),
-              [&](auto a, auto b) { return finderCompare(names[a], names[b]) == NSOrderedAscending; });
+              [&](auto a, auto b) { return finderCompare(all[a], all[b]) == NSOrderedAscending; });
     keep(order.front());
   }
-  items(s, std::int64_t(names.size()));
+  items(s, std::int64_t(all.size()));
 }
 OURS(natural_sort, "natural_sort");
+PEER(natural_sort_by_comparisons, "natural_sort/quoll-finderCompare");
 
 // ---- common affixes
 

@@ -26,8 +26,9 @@ namespace detail {
 
 extern constinit const AdditionGroup<NSString> naturalOrderAdditions{
     "QFAdditions",
-    {method<&finderCompare>("finderCompare:"_sel), method<&_10_5_finderCompare>("_10_5_finderCompare:"_sel),
-     method<&numericalCompare>("numericalCompare:"_sel)}};
+    // To a receiver, which is never null here, it is this one; by it the sorting of arrays knows the order.
+    {method<&NSString::localizedStandardCompare>("finderCompare:"_sel),
+     method<&_10_5_finderCompare>("_10_5_finderCompare:"_sel), method<&numericalCompare>("numericalCompare:"_sel)}};
 
 }  // namespace detail
 }  // namespace quoll::inline v1

@@ -8,6 +8,9 @@
 ///
 ///     names->sortUsingSelector("finderCompare:"_sel);
 ///
+/// An array that sorts by the selector looks at each name once; by a comparator it compares them again and again, which
+/// takes several times as long.
+///
 /// Threads: as the strings'.
 namespace quoll::inline v1 {
 

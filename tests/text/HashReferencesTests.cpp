@@ -9,6 +9,7 @@
 
 #include "QuollFoundation/platform/logging/LogSink.h"
 #include "QuollFoundation/platform/object/Send.h"
+#include "QuollFoundation/platform/texts/NSRegularExpression.h"
 #include "QuollFoundation/testing.h"
 
 namespace {
@@ -60,6 +61,43 @@ TEST(HashReferences, AreThoseOfAPlainWalk) {
         stringByShorteningHashRefsToLength(NSString::stringWithUTF8(text), static_cast<int64_t>(length))->utf8() ==
         expected);
   }));
+}
+
+Ref<NSString> replacedByTheExpression(const NSString* text, int length) {
+  const Ref<NSString> pattern = NSString::stringWithFormat("([0123456789abcdef]{%d})[0123456789abcdef]*"_ns, length);
+  return NSRegularExpression::regularExpressionWithPattern_options_error(pattern, NSRegularExpressionCaseInsensitive,
+                                                                         nullptr)
+      ->stringByReplacingMatchesInString_options_range_withTemplate(text, {}, {0, text->length()}, "$1"_ns);
+}
+
+TEST(HashReferences, AreThoseOfTheExpressionAroundEachUnit) {
+  std::u16string all;
+  for (unsigned unit = 0; unit <= 0xFFFF; ++unit) all += {u'b', u'B', static_cast<char16_t>(unit), u'0', u'F', u'-'};
+  const Ref<NSString> text = NSString::stringWithCharacters(all);
+  for (const int length : {0, 1, 2, 3, 4, 5}) {
+    EXPECT_TRUE(
+        stringByShorteningHashRefsToLength(text, length)->isEqualToString(replacedByTheExpression(text, length)))
+        << length;
+  }
+}
+
+TEST(HashReferences, AreThoseOfTheExpressionInAnyText) {
+  EXPECT_TRUE(rc::check([] {
+    const auto units = *rc::gen::container<std::u16string>(
+        rc::gen::elementOf(std::u16string(u"09afAFgG -é\uFF11\uFF21\U0001d7d8") + char16_t{0xD835} + char16_t{0xDFD8}));
+    const Ref<NSString> text = NSString::stringWithCharacters(units);
+    const int length = *rc::gen::inRange(0, 6);
+    RC_ASSERT(stringByShorteningHashRefsToLength(text, length)->isEqualToString(replacedByTheExpression(text, length)));
+  }));
+}
+
+TEST(HashReferences, OfALengthThatNoExpressionTakesAreLoggedAndGiveNull) {
+  std::string logged;
+  const LogSink previous = setLogSink([&](const LogRecord* record) { logged += record->message->utf8(); });
+  EXPECT_EQ(stringByShorteningHashRefsToLength("abc"_ns, INT64_MAX), nullptr);
+  setLogSink(previous);
+  EXPECT_NE(logged.find("{9223372036854775807}"), std::string::npos) << logged;
+  EXPECT_THAT(stringByShorteningHashRefsToLength("abc"_ns, 2000), equals("abc"));
 }
 
 TEST(HashReferences, OfANegativeLengthAreLoggedAndGiveNull) {

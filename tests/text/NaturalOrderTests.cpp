@@ -21,6 +21,23 @@ TEST(NaturalOrder, ListsNamesAsAFileBrowserDoes) {
   EXPECT_THAT(names->componentsJoinedByString(","_ns), equals("_draft,file 1,File 2,file 10"));
 }
 
+TEST(NaturalOrder, SortsManyNamesAsTheyCompare) {
+  const LocaleScope english("en_US"_ns);
+  const Ref<NSMutableArray> names = NSMutableArray::array();
+  for (int i = 0; i < 500; ++i) {
+    const int number = i * 37 % 120;
+    names->addObject(NSString::stringWithFormat(i % 3   ? "IMG_%03d.JPG"_ns
+                                                : i % 2 ? "img_%d.jpg"_ns
+                                                        : "Éa %d"_ns,
+                                                number));
+  }
+  const Ref<NSArray> sorted = names->sortedArrayUsingSelector("finderCompare:"_sel);
+  const Ref<NSArray> compared = names->sortedArrayUsingComparator(
+      [](NSObject* a, NSObject* b) { return finderCompare(cast<NSString>(a), cast<NSString>(b)); });
+  ASSERT_EQ(sorted->count(), compared->count());
+  for (uint64_t i = 0; i < sorted->count(); ++i) EXPECT_EQ(sorted->objectAtIndex(i), compared->objectAtIndex(i)) << i;
+}
+
 TEST(NaturalOrder, TellsDifferentTextsApart) {
   const LocaleScope english("en_US"_ns);
   const NSString* const names[] = {"a0"_ns, "A0"_ns, "A00"_ns};

@@ -4,6 +4,7 @@
 #include "QuollFoundation/platform/collections/ArrayAccessInternal.h"
 #include "QuollFoundation/platform/collections/NSSortDescriptor.h"
 #include "QuollFoundation/platform/collections/StableSortInternal.h"
+#include "QuollFoundation/platform/collections/StandardSortInternal.h"
 #include "QuollFoundation/platform/object/NSException.h"
 #include "QuollFoundation/platform/object/Send.h"
 
@@ -12,15 +13,24 @@ namespace quoll::inline v1 {
 
 namespace {
 
-template <class Compare> Ref<NSArray> sorted(const NSArray* array, Compare compare) {
+/// `sort(std::vector<NSObject*>&)` puts the objects in order.
+template <class Sort> Ref<NSArray> arranged(const NSArray* array, const Sort& sort) {
   const Ref<NSArray> given = array->copy();
   const Ref<NSMutableArray> result =
       NSMutableArray::initWithArray(given);  // references are taken while in memory's order
   std::vector<NSObject*> objects(given->begin(), given->end());
-  detail::stableSort(objects.data(), objects.size(),
-                     [&](NSObject* a, NSObject* b) { return compare(a, b) == NSOrderedDescending; });
+  sort(objects);
   detail::ArrayAccess::arrange(result, objects.data());
   return detail::ArrayAccess::frozen(result);
+}
+
+template <class Compare> void stableSort(std::vector<NSObject*>& objects, const Compare& compare) {
+  detail::stableSort(objects.data(), objects.size(),
+                     [&](NSObject* a, NSObject* b) { return compare(a, b) == NSOrderedDescending; });
+}
+
+template <class Compare> Ref<NSArray> sorted(const NSArray* array, const Compare& compare) {
+  return arranged(array, [&](std::vector<NSObject*>& objects) { stableSort(objects, compare); });
 }
 
 }  // namespace
@@ -29,7 +39,13 @@ Ref<NSArray> NSArray::sortedArrayUsingComparator(NSComparator comparator) const 
 
 Ref<NSArray> NSArray::sortedArrayUsingSelector(Selector comparison) const {
   if (!comparison) detail::raiseNilArgument(this, "sortedArrayUsingSelector:");
-  return sorted(this, [&](NSObject* a, NSObject* b) { return send<NSComparisonResult>(a, comparison, b); });
+  return arranged(this, [&](std::vector<NSObject*>& objects) {
+    constexpr size_t few = 8;  // need no keys
+    if (objects.size() > few && detail::compareInStandardOrder(objects, comparison)) {
+      return detail::sortInStandardOrder(objects);
+    }
+    stableSort(objects, [&](NSObject* a, NSObject* b) { return send<NSComparisonResult>(a, comparison, b); });
+  });
 }
 
 Ref<NSArray> NSArray::sortedArrayUsingFunction_context(NSComparisonResult (*compare)(NSObject*, NSObject*, void*),

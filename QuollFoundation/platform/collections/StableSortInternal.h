@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <memory>
 
-/// Sorting pointers, where looking at what they point to is what takes the time.
+/// Sorting pointers, or small things that hold one, where looking at what they point to is what takes the time.
 namespace quoll::inline v1::detail {
 
 template <class T, class After> void insertionSort(T* items, size_t count, After& after) {
@@ -67,8 +67,9 @@ template <class T, class After> void sortHalves(T* items, size_t count, T* other
   else merge(other, middle, count, items, after);
 }
 
-/// Sorts pointers, keeping the order of equal ones. `after(a, b)` says that a belongs behind b; whatever it answers, no
-/// place outside is touched: std::stable_sort doesn't promise that for an order that contradicts itself.
+/// Sorts pointers, or what has a `fetch` of its own, keeping the order of equal ones. `after(a, b)` says that a belongs
+/// behind b; whatever it answers, no place outside is touched: std::stable_sort doesn't promise that for an order that
+/// contradicts itself.
 template <class T, class After> void stableSort(T* items, size_t count, After after) {
   const std::unique_ptr<T[]> scratch(new T[count]);
   sortHalves(items, count, scratch.get(), false, after);

@@ -7,6 +7,7 @@
 #include "QuollFoundation/platform/object/ClassBuilder.h"
 #include "QuollFoundation/platform/object/ImmortalInternal.h"
 #include "QuollFoundation/platform/object/NSException.h"
+#include "QuollFoundation/platform/strings/BlanksInternal.h"
 #include "QuollFoundation/platform/strings/NSMutableString.h"
 
 namespace quoll::inline v1 {
@@ -137,43 +138,11 @@ bool CFStringFindCharacterFromSet(const NSString* text, CFCharacterSetRef set, C
   return true;
 }
 
-namespace {
-constexpr size_t blockLength = 64;  // known, so that the compiler takes many units at once
-
-bool isBlank(std::string_view block) {
-  unsigned other = 0;
-  for (const char unit : block) {
-    other |= static_cast<unsigned>(unit != ' ') & static_cast<unsigned>(static_cast<uint8_t>(unit - '\t') > 4);
-  }
-  return other == 0;
-}
-/// How much of a text is blank from its start on, in whole blocks; and from its end.
-size_t blankStart(std::string_view text) {
-  size_t length = 0;
-  while (text.size() - length >= blockLength && isBlank(std::string_view(text.data() + length, blockLength))) {
-    length += blockLength;
-  }
-  return length;
-}
-size_t blankEnd(std::string_view text) {
-  size_t length = 0;
-  while (text.size() - length >= blockLength &&
-         isBlank(std::string_view(text.data() + text.size() - length - blockLength, blockLength))) {
-    length += blockLength;
-  }
-  return length;
-}
-}  // namespace
-
 NSRange detail::rangeWithoutWhitespace(const NSString* text) {
-  const char* const ascii = text->asciiCharacters();
-  if (!ascii) return withoutEnds(std::u16string_view(text->utf16Characters(), text->length()), isEither);
-  std::string_view units(ascii, text->length());
-  const size_t start = blankStart(units);
-  units.remove_prefix(start);
-  units.remove_suffix(blankEnd(units));
-  const NSRange kept = withoutEnds(units, isEither);
-  return {kept.location + start, kept.length};
+  return text->visit([](auto units) -> NSRange {
+    const size_t start = blankPrefixLength(units);
+    return {start, units.size() - start - blankSuffixLength(units.substr(start))};
+  });
 }
 
 void CFStringTrimWhitespace(NSMutableString* text) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "QuollFoundation/platform/strings/CollationInternal.h"
 
+#include <unicode/uchar.h>
 #include <unicode/ucol.h>
 #include <unicode/uset.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <numeric>
@@ -17,8 +19,6 @@ void CloseCollator::operator()(UCollator* collator) const noexcept { ucol_close(
 
 namespace {
 
-constexpr uint64_t standardOptions =
-    NSCaseInsensitiveSearch | NSNumericSearch | NSWidthInsensitiveSearch | NSForcedOrderingSearch;
 constexpr int mostDigits = 254;  // ICU weighs longer numbers in parts
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -111,6 +111,41 @@ class Units {
   uint64_t length_ = 0;
 };
 
+/// Appends ICU's key of a text.
+void appendKey(const UCollator* order, const Units& text, std::string& keys) {
+  const size_t before = keys.size();
+  for (size_t room = 4 * static_cast<size_t>(text.length()) + 16;;) {
+    keys.resize(before + room);
+    const auto fits = static_cast<int32_t>(std::min<size_t>(room, INT32_MAX));
+    auto* const key = reinterpret_cast<uint8_t*>(keys.data() + before);
+    const auto length = static_cast<size_t>(ucol_getSortKey(order, text.units(), text.length(), key, fits));
+    if (length == 0) raise(NSMallocException, "no memory for the place of a text in the order of a language");
+    if (length <= room) return keys.resize(before + length - 1);  // without the 0 at its end
+    room = length;
+  }
+}
+
+bool hasWideDigit(const Units& text) {
+  constexpr UChar firstWideDigit = 0x660;
+  for (int32_t i = 0; i < text.length();) {
+    if (text.units()[i] < firstWideDigit) {
+      ++i;
+      continue;
+    }
+    UChar32 c;
+    U16_NEXT(text.units(), i, text.length(), c);
+    if (u_isdigit(c)) return true;
+  }
+  return false;
+}
+
+/// ICU's comparison passes over what two texts have in common at their starts, and in a language with places of its own it
+/// doesn't see that it stops inside a number when the digits are beyond ASCII. Its keys are right.
+bool mayShareWideNumber(const Units& a, const Units& b) {
+  if (a.length() == 0 || b.length() == 0 || a.units()[0] != b.units()[0]) return false;
+  return hasWideDigit(a) || hasWideDigit(b);
+}
+
 }  // namespace
 
 // Printable ASCII
@@ -121,7 +156,7 @@ ASCIIOrder::ASCIIOrder(const UCollator* primary, const UCollator* tertiary) {
   if (U_FAILURE(status) || tailorsASCII(tertiary)) return;
   rank(primary, primary_);
   rank(tertiary, tertiary_);
-  isUsable_ = true;
+  isUsable_ = primary_['9'] - primary_['0'] == 9;  // nothing stands between the digits, or at a digit's place
 }
 
 bool ASCIIOrder::compare(std::string_view a, std::string_view b, NSComparisonResult& result) const {
@@ -151,6 +186,25 @@ bool ASCIIOrder::compare(std::string_view a, std::string_view b, NSComparisonRes
   }
   if (!primary) primary = tertiary;
   result = resultOf(primary ? primary : a.compare(b));
+  return true;
+}
+
+bool ASCIIOrder::appendKey(std::string_view text, std::string& keys) const {
+  for (size_t i = 0; i < text.size();) {
+    const uint8_t place = primary_[static_cast<uint8_t>(text[i])];
+    if (isDigit(text[i])) {  // a number: where digits stand, how many they are, and which
+      const Digits number = digitsAt(text, i);
+      if (number.end - i > mostDigits) return false;
+      keys += static_cast<char>(primary_['0']);
+      keys += static_cast<char>(number.significant.size() + 1);  // not 0, which is below everything
+      keys += number.significant;
+      i = number.end;
+    } else {
+      if (!place) return false;
+      keys += static_cast<char>(place);
+      ++i;
+    }
+  }
   return true;
 }
 
@@ -209,7 +263,18 @@ const ASCIIOrder& Collations::asciiOrder() const {
 
 NSComparisonResult Collations::ordered(const NSString* a, const NSString* b, uint64_t kind, uint64_t folding) const {
   const Units left(a, folding), right(b, folding);
-  return resultOf(ucol_strcoll(collator(kind), left.units(), left.length(), right.units(), right.length()));
+  const UCollator* const order = collator(kind);
+  if ((kind & NSNumericSearch) && mayShareWideNumber(left, right)) {
+    std::string leftKey, rightKey;
+    detail::appendKey(order, left, leftKey);
+    detail::appendKey(order, right, rightKey);
+    return resultOf(leftKey.compare(rightKey));
+  }
+  return resultOf(ucol_strcoll(order, left.units(), left.length(), right.units(), right.length()));
+}
+
+void Collations::appendKey(const NSString* text, std::string& keys) const {
+  detail::appendKey(collator(standardOptions), Units(text, 0), keys);
 }
 
 NSComparisonResult Collations::compare(const NSString* a, const NSString* b, uint64_t options) const {

@@ -20,6 +20,10 @@ struct CloseCollator {
 };
 using CollatorHandle = std::unique_ptr<UCollator, CloseCollator>;
 
+/// What `localizedStandardCompare:` compares by.
+inline constexpr uint64_t standardOptions =
+    NSCaseInsensitiveSearch | NSNumericSearch | NSWidthInsensitiveSearch | NSForcedOrderingSearch;
+
 /// The standard order of texts that are all printable ASCII, as weights of single characters. It holds for languages that
 /// give no ASCII character or sequence a place of its own; elsewhere `isUsable` is false.
 class ASCIIOrder {
@@ -28,6 +32,10 @@ class ASCIIOrder {
   bool isUsable() const { return isUsable_; }
   /// False where a text has something else, or a number of more digits than ICU takes together: then `result` is not set.
   bool compare(std::string_view a, std::string_view b, NSComparisonResult& result) const;
+  /// Appends the key of a text, of bytes that are not 0: keys have the order of their texts, but those of texts that differ
+  /// in nothing but case and zeros before numbers are the same. False where the text is not for us; then it may have
+  /// appended a part.
+  bool appendKey(std::string_view text, std::string& keys) const;
 
  private:
   std::array<uint8_t, 128> primary_{};   // 0: not for us
@@ -48,6 +56,9 @@ class Collations {
   /// is the same then differs by case or width first, and by units last.
   NSComparisonResult compare(const NSString* a, const NSString* b, uint64_t options) const;
   const ASCIIOrder& asciiOrder() const;
+  /// Appends a key of any text for `standardOptions`, the same for texts that differ in nothing but case and width. These
+  /// keys and those of ASCIIOrder don't mix.
+  void appendKey(const NSString* text, std::string& keys) const;
 
  private:
   explicit Collations(std::string locale) : locale_(std::move(locale)) {}

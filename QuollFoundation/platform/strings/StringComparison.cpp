@@ -129,8 +129,7 @@ NSComparisonResult NSString::localizedCompare(const NSString* other) const {
 }
 
 NSComparisonResult NSString::localizedStandardCompare(const NSString* other) const {
-  constexpr NSStringCompareOptions options =
-      NSCaseInsensitiveSearch | NSNumericSearch | NSWidthInsensitiveSearch | NSForcedOrderingSearch;
+  constexpr auto options = static_cast<NSStringCompareOptions>(detail::standardOptions);
   Ref<NSLocale> room;
   return compare_options_range_locale(other, options, {0, length()}, detail::currentLocaleForComparing(room));
 }

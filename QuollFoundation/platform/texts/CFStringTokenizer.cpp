@@ -18,16 +18,16 @@ CFStringTokenizer::CFStringTokenizer(const NSString* text, NSRange range, CFStri
 CFStringTokenizer::~CFStringTokenizer() = default;
 
 bool CFStringTokenizer::take(uint64_t from) {
-  for (next_ = from; next_ < segments_->length();) {
-    const detail::WordSegment segment = segments_->startingAt(next_);
-    next_ = segment.end;
-    if (!segment.isWord && unit_ == kCFStringTokenizerUnitWord) continue;
-    current_ =
-        CFRangeMake(static_cast<int64_t>(start_ + segment.start), static_cast<int64_t>(segment.end - segment.start));
-    return true;
+  const bool takesAll = unit_ == kCFStringTokenizerUnitWordBoundary && from < segments_->length();
+  const detail::WordSegment segment = takesAll ? segments_->startingAt(from) : segments_->nextWord(from);
+  next_ = segment.end;
+  if (segment.start == segment.end) {
+    current_ = {kCFNotFound, 0};
+    return false;
   }
-  current_ = {kCFNotFound, 0};
-  return false;
+  current_ =
+      CFRangeMake(static_cast<int64_t>(start_ + segment.start), static_cast<int64_t>(segment.end - segment.start));
+  return true;
 }
 
 bool CFStringTokenizer::advance() { return take(next_); }

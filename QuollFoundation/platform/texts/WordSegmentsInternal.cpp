@@ -5,6 +5,8 @@
 #include <unicode/utf16.h>
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <map>
 #include <mutex>
 
@@ -51,6 +53,23 @@ Ref<NSString> partOf(const NSString* text, NSRange range) {
   return part;
 }
 
+/// How many of eight ASCII units are letters and digits, up to the first that is none.
+size_t lettersAndDigitsOfEight(const char* units) {
+  if constexpr (std::endian::native != std::endian::little) return 0;
+  constexpr uint64_t each = 0x0101'0101'0101'0101, tops = 0x80 * each;
+  uint64_t all;
+  std::memcpy(&all, units, sizeof all);
+  // The top bit of a byte: none of these sums reaches the next one.
+  const auto isAtLeast = [](uint64_t bytes, char least) {
+    return bytes + (0x80 - static_cast<uint64_t>(least)) * each;
+  };
+  const uint64_t small = all | 0x20 * each;  // makes no other unit a letter
+  const uint64_t letters = isAtLeast(small, 'a') & ~isAtLeast(small, 'z' + 1);
+  const uint64_t digits = isAtLeast(all, '0') & ~isAtLeast(all, '9' + 1);
+  const uint64_t others = ~(letters | digits) & tops;
+  return static_cast<size_t>(std::countr_zero(others)) / 8;
+}
+
 }  // namespace
 
 // ASCII
@@ -66,40 +85,55 @@ ASCIIWords::ASCIIWords(UBreakIterator* iterator) {
     if (kinds_[c] != Other) continue;
     const char16_t letters[] = {u'a', c, u'a'}, digits[] = {u'1', c, u'1'};
     if (isOne(iterator, {letters, 2})) kinds_[c] = Letter;  // some versions take @ for one
-    betweenLetters_[c] = isOne(iterator, {letters, 3});
-    betweenDigits_[c] = isOne(iterator, {digits, 3});
+    if (isOne(iterator, {letters, 3})) roles_[c] |= BetweenLetters;
+    if (isOne(iterator, {digits, 3})) roles_[c] |= BetweenDigits;
   }
-  for (size_t c = 0; c < kinds_.size(); ++c) inWords_[c] = kinds_[c] >= Letter && kinds_[c] <= Underscore;
+  for (size_t c = 0; c < kinds_.size(); ++c) {
+    if (kinds_[c] >= Letter && kinds_[c] <= Underscore) roles_[c] |= InWords;
+  }
   underscoreIsWord_ = isOne(iterator, u"_") && isWordEnd(iterator);
   underscoresAreWord_ = isOne(iterator, u"__") && isWordEnd(iterator);
 }
 
-/// Whether a unit that comes behind a part of a word is one too; a sign is between two letters or two digits that it joins.
+/// Whether a sign that comes behind a part of a word is one too: when it is between two letters or two digits that it joins.
 template <class Unit> ASCIIWords::Step ASCIIWords::step(std::basic_string_view<Unit> text, size_t index) const {
-  if (isBeyond(text, index)) return Step::Unknown;
-  const auto sign = static_cast<uint8_t>(text[index]);
-  if (!betweenLetters_[sign] && !betweenDigits_[sign]) return Step::Out;
   if (isBeyond(text, index + 1)) return Step::Unknown;
   if (index + 1 == text.size()) return Step::Out;
   const Kind before = kinds_[static_cast<uint8_t>(text[index - 1])];
   if (before != kinds_[static_cast<uint8_t>(text[index + 1])]) return Step::Out;
-  const bool joins = (before == Letter && betweenLetters_[sign]) || (before == Digit && betweenDigits_[sign]);
-  return joins ? Step::In : Step::Out;
+  const unsigned joins = before == Letter ? BetweenLetters : before == Digit ? BetweenDigits : 0;
+  return rolesOf(text[index]) & joins ? Step::In : Step::Out;
 }
 
-template <class Unit> WordSegment ASCIIWords::word(std::basic_string_view<Unit> text, size_t start) const {
+template <class Unit> inline WordSegment ASCIIWords::word(std::basic_string_view<Unit> text, size_t start) const {
   size_t end = start + 1;
-  bool isPlain = text[start] == '_';  // of underscores alone
-  for (;; ++end) {
-    while (end < text.size() && !isBeyond(text, end) && inWords_[static_cast<uint8_t>(text[end])]) {
-      isPlain &= text[end++] == '_';
+  if constexpr (sizeof(Unit) == 1) {
+    for (size_t units = 8; units == 8 && text.size() - end >= 8; end += units) {
+      units = lettersAndDigitsOfEight(text.data() + end);
     }
-    if (end == text.size()) break;
+  }
+  for (; end < text.size(); ++end) {
+    if (isBeyond(text, end)) return {start, start, false};
+    const unsigned roles = rolesOf(text[end]);
+    if (roles & InWords) continue;
+    if (roles == 0) break;
     const Step next = step(text, end);
     if (next == Step::Unknown) return {start, start, false};
     if (next == Step::Out) break;
   }
+  if (text[start] != '_') return {start, end, true};
+  const bool isPlain = text.substr(start, end - start).find_first_not_of(Unit{'_'}) == text.npos;
   return {start, end, !isPlain || (end - start > 1 ? underscoresAreWord_ : underscoreIsWord_)};
+}
+
+WordSegment ASCIIWords::nextWord(std::string_view text, size_t start) const {
+  for (;;) {
+    while (start < text.size() && !(rolesOf(text[start]) & InWords)) ++start;
+    if (start == text.size()) return {start, start, false};
+    const WordSegment segment = word(text, start);
+    if (segment.isWord) return segment;
+    start = segment.end;
+  }
 }
 
 template <class Unit>
@@ -121,8 +155,7 @@ WordSegment ASCIIWords::holding(std::string_view text, size_t index) const {
     const auto before = static_cast<uint8_t>(text[i - 1]), here = static_cast<uint8_t>(text[i]);
     if (kinds_[here] == Space || kinds_[before] == Space) return kinds_[here] == kinds_[before];
     if (kinds_[here] == LineFeed) return kinds_[before] == CarriageReturn;
-    const auto mayJoin = [&](uint8_t c) { return inWords_[c] || betweenLetters_[c] || betweenDigits_[c]; };
-    return mayJoin(here) && mayJoin(before);
+    return roles_[here] && roles_[before];  // may be parts of one word
   };
   while (start > 0 && sticks(start)) --start;
   WordSegment segment = startingAt(text, start);
@@ -176,6 +209,16 @@ WordSegment WordSegments::startingAt(uint64_t start) const {
   const auto from = static_cast<int32_t>(start);
   const int32_t end = ubrk_current(iterator) == from ? ubrk_next(iterator) : ubrk_following(iterator, from);
   return {start, static_cast<uint64_t>(end), isWordEnd(iterator)};
+}
+
+WordSegment WordSegments::nextWord(uint64_t start) const {
+  if (const char* ascii = text_->asciiCharacters()) return rules_.ascii().nextWord({ascii, length_}, start);
+  while (start < length_) {
+    const WordSegment segment = startingAt(start);
+    if (segment.isWord) return segment;
+    start = segment.end;
+  }
+  return {start, start, false};
 }
 
 WordSegment WordSegments::holding(uint64_t index) const {

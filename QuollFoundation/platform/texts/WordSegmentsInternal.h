@@ -26,21 +26,28 @@ class ASCIIWords {
   explicit ASCIIWords(UBreakIterator* iterator);
   /// The segment at a boundary. It ends where it starts when a unit beyond ASCII plays a part in it: then it is for ICU.
   template <class Unit> WordSegment startingAt(std::basic_string_view<Unit> text, size_t start) const;
-  WordSegment holding(std::string_view text, size_t index) const;  ///< Of a text that is all ASCII.
+  // Of texts that are all ASCII:
+  WordSegment holding(std::string_view text, size_t index) const;
+  /// The first word at or behind a boundary; empty at the end of the text when there is none.
+  WordSegment nextWord(std::string_view text, size_t start) const;
 
  private:
   enum Kind : uint8_t { Other, Letter, Digit, Underscore, Space, CarriageReturn, LineFeed };
+  enum Role : uint8_t {
+    InWords = 1,  // letters, digits and underscores: what needs no second look
+    BetweenLetters = 2,
+    BetweenDigits = 4,
+  };
   enum class Step : uint8_t { In, Out, Unknown };
   template <class Unit> Step step(std::basic_string_view<Unit> text, size_t index) const;
   template <class Unit> WordSegment word(std::basic_string_view<Unit> text, size_t start) const;
+  template <class Unit> unsigned rolesOf(Unit ascii) const { return roles_[static_cast<uint8_t>(ascii)]; }
   template <class Unit> static bool isBeyond(std::basic_string_view<Unit> text, size_t index) {
     return sizeof(Unit) > 1 && index < text.size() && text[index] >= 0x80;
   }
 
   std::array<Kind, 128> kinds_{};
-  std::array<bool, 128> inWords_{};  // letters, digits and underscores: what needs no second look
-  std::array<bool, 128> betweenLetters_{};
-  std::array<bool, 128> betweenDigits_{};
+  std::array<uint8_t, 128> roles_{};
   bool underscoreIsWord_ = false;    // by itself
   bool underscoresAreWord_ = false;  // two and more
 };
@@ -71,6 +78,8 @@ class WordSegments {
   /// `start` is 0 or the end of a segment, and below the length.
   WordSegment startingAt(uint64_t start) const;
   WordSegment holding(uint64_t index) const;  ///< Below the length.
+  /// The first word at or behind such a start or the length; empty at the end when there is none.
+  WordSegment nextWord(uint64_t start) const;
 
  private:
   const Ref<NSString> text_;  // the part; nobody changes it

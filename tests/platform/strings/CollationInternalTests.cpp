@@ -126,14 +126,88 @@ TEST(ASCIIOrder, LeavesControlCharactersAndHugeNumbersToICU) {
   EXPECT_TRUE(order.compare(std::string(254, '1'), std::string(254, '2'), result));
 }
 
+int signOf(int difference) { return (difference > 0) - (difference < 0); }
+
+TEST(ASCIIOrder, KeysHaveTheOrderOfTheirTexts) {
+  const Ref<NSLocale> english = locale("en_US");
+  const ASCIIOrder& order = Collations::of(english).asciiOrder();
+  const auto keyOf = [&](const std::string& text) {
+    std::string key = "before";
+    RC_ASSERT(order.appendKey(text, key));
+    return key.substr(6);
+  };
+  EXPECT_TRUE(rc::check([&] {
+    const auto text = rc::gen::container<std::string>(rc::gen::elementOf(std::string("aAbZ0019 .-_~$")));
+    const std::string a = *text, b = *text;
+    NSComparisonResult result{};
+    RC_ASSERT(order.compare(a, b, result));
+    const int byKeys = signOf(keyOf(a).compare(keyOf(b)));
+    if (byKeys != 0) RC_ASSERT(byKeys == result);
+  }));
+}
+
 /// Texts in which everything comes together: numbers, case, width, marks, halves of pairs.
 rc::Gen<std::u16string> hardTexts() {
-  return rc::gen::container<std::u16string>(rc::gen::elementOf(std::u16string(u"aA0019é\u0301Ａ０\u200dЖ") +
+  return rc::gen::container<std::u16string>(rc::gen::elementOf(std::u16string(u"aA0019é\u0301Ａ０１\u200dЖ") +
                                                                char16_t{0xD83D} + char16_t{0xDE00} + char16_t{1}));
 }
 
+TEST(ASCIIOrder, KeysOverlookCaseAndZerosBeforeNumbersAlone) {
+  const Ref<NSLocale> english = locale("en_US");
+  const ASCIIOrder& order = Collations::of(english).asciiOrder();
+  const auto keyOf = [&](const std::string& text) {
+    std::string key;
+    EXPECT_TRUE(order.appendKey(text, key)) << text;
+    return key;
+  };
+  EXPECT_EQ(keyOf("File 007.txt"), keyOf("file 7.TXT"));
+  EXPECT_EQ(keyOf("a0"), keyOf("A00"));
+  // Each of them before all that follow.
+  const char* const texts[] = {"", "_", "0", "0a", "1", "2", "9", "10", "10a", "a", "a 1", "a0", "a1", "ab"};
+  for (size_t i = 1; i < std::size(texts); ++i) EXPECT_LT(keyOf(texts[i - 1]), keyOf(texts[i])) << texts[i];
+  EXPECT_LT(keyOf(std::string(253, '9')), keyOf(std::string(254, '1')));
+}
+
+TEST(ASCIIOrder, HasNoKeyForControlCharactersAndHugeNumbers) {
+  const Ref<NSLocale> english = locale("en_US");
+  const ASCIIOrder& order = Collations::of(english).asciiOrder();
+  for (const std::string& text : {std::string("a\tb"), std::string("\x01"), std::string("a\x7f"), std::string(255, '1'),
+                                  std::string(255, '0'), std::string("a\0b", 3)}) {
+    std::string key;
+    EXPECT_FALSE(order.appendKey(text, key)) << testing::PrintToString(text);
+  }
+}
+
+TEST(Collations, KeysHaveTheOrderOfTheirTexts) {
+  for (const char* name : {"en_US", "da_DK", "en_US_POSIX", "ja_JP"}) {
+    SCOPED_TRACE(name);
+    const Ref<NSLocale> own = locale(name);
+    const Collations& order = Collations::of(own);
+    EXPECT_TRUE(rc::check([&] {
+      const Ref<NSString> a = NSString::stringWithCharacters(*hardTexts()),
+                          b = NSString::stringWithCharacters(*hardTexts());
+      std::string left, right;
+      order.appendKey(a, left);
+      order.appendKey(b, right);
+      const int byKeys = signOf(left.compare(right));
+      if (byKeys != 0) RC_ASSERT(byKeys == order.compare(a, b, standard));
+    }));
+  }
+}
+
+TEST(Collations, MakesKeysOfLongTexts) {
+  const Ref<NSLocale> english = locale("en_US");
+  const Collations& order = Collations::of(english);
+  const std::u16string units(5000, u'\u8a9e');
+  std::string shorter, longer;
+  order.appendKey(NSString::stringWithCharacters(units), shorter);
+  order.appendKey(NSString::stringWithCharacters(units + u"x"), longer);
+  EXPECT_GT(shorter.size(), 2 * units.size());
+  EXPECT_LT(shorter, longer);
+}
+
 TEST(Collations, TheStandardOrderIsStrictAndTotal) {
-  for (const char* name : {"en_US", "da_DK", "en_US_POSIX"}) {
+  for (const char* name : {"en_US", "da_DK", "sv_SE", "en_US_POSIX"}) {
     SCOPED_TRACE(name);
     const Ref<NSLocale> own = locale(name);
     const Collations& order = Collations::of(own);
@@ -147,6 +221,22 @@ TEST(Collations, TheStandardOrderIsStrictAndTotal) {
       RC_ASSERT(order.compare(b, a, standard) == -ab);
       if (ab == NSOrderedAscending && bc == NSOrderedAscending) RC_ASSERT(ac == NSOrderedAscending);
     }));
+  }
+}
+
+TEST(Collations, OrdersNumbersInDigitsBeyondASCIIByValueInEveryLanguage) {
+  const char16_t* const texts[] = {u"\uFF11e",      u"1f",        u"\uFF15e",
+                                   u"\uFF11\uFF11", u"5\uFF102e", u"5\uFF10\uFF10\uFF10e"};
+  for (const char* name : {"en_US", "da_DK", "sv_SE", "ja_JP", "cs_CZ", "en_US_POSIX"}) {
+    SCOPED_TRACE(name);
+    const Ref<NSLocale> own = locale(name);
+    const Collations& order = Collations::of(own);
+    for (size_t i = 0; i < std::size(texts); ++i) {
+      for (size_t j = 0; j < std::size(texts); ++j) {
+        const Ref<NSString> a = NSString::stringWithCharacters(texts[i]), b = NSString::stringWithCharacters(texts[j]);
+        EXPECT_EQ(order.compare(a, b, standard), compareValues(i, j)) << i << " and " << j;
+      }
+    }
   }
 }
 

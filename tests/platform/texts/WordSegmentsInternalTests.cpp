@@ -99,6 +99,41 @@ TEST_P(ASCIIWordsOf, FindsTheSegmentThatHoldsAnIndex) {
   }));
 }
 
+TEST_P(ASCIIWordsOf, EndsAWordAtAnyUnitWhereverItStands) {
+  const WordRules& rules = WordRules::of(GetParam());
+  const BreakIteratorHandle iterator = rules.iterator();
+  for (const char filler : {'a', '7', '_'}) {
+    for (size_t length = 1; length < 20; ++length) {
+      for (size_t place = 0; place < length; ++place) {
+        for (int unit = 0; unit < 0x80; ++unit) {
+          std::string text(length, filler);
+          text[place] = static_cast<char>(unit);
+          ASSERT_EQ(cutByUs(rules.ascii(), text), cutByICU(iterator.get(), widened(text)))
+              << testing::PrintToString(text);
+        }
+      }
+    }
+  }
+}
+
+TEST_P(ASCIIWordsOf, TheNextWordIsTheFirstSegmentThatIsOne) {
+  const WordRules& rules = WordRules::of(GetParam());
+  EXPECT_TRUE(rc::check([&] {
+    const auto text = *rc::gen::container<std::string>(rc::gen::elementOf(std::string(kinds) + "aaaa  "));
+    const Cut cut = cutByUs(rules.ascii(), text);
+    WordSegment expected{text.size(), text.size(), false};
+    for (size_t i = cut.ends.size(); i-- > 0;) {
+      const uint64_t start = i ? cut.ends[i - 1] : 0;
+      if (cut.words[i]) expected = {start, cut.ends[i], true};
+      const WordSegment found = rules.ascii().nextWord(text, start);
+      RC_ASSERT(found.start == expected.start);
+      RC_ASSERT(found.end == expected.end);
+      RC_ASSERT(found.isWord == expected.isWord);
+    }
+    RC_ASSERT(rules.ascii().nextWord(text, text.size()).end == text.size());
+  }));
+}
+
 INSTANTIATE_TEST_SUITE_P(Locales, ASCIIWordsOf, testing::Values("en_US", "en_US_POSIX", "fi", "sv", "de", "ja", "el"));
 
 Ref<NSLocale> english() { return NSLocale::localeWithLocaleIdentifier("en_US"_ns); }
@@ -118,6 +153,14 @@ TEST(WordSegments, TilesAnyTextWhateverWasAskedBefore) {
     }
     const uint64_t end = all.empty() ? 0 : all.back().end;
     RC_ASSERT(end == segments.length());
+    WordSegment word{end, end, false};
+    for (size_t i = all.size(); i-- > 0;) {
+      if (all[i].isWord) word = all[i];
+      const WordSegment next = segments.nextWord(all[i].start);
+      RC_ASSERT(next.start == word.start);
+      RC_ASSERT(next.end == word.end);
+      RC_ASSERT(next.isWord == word.isWord);
+    }
     const WordSegments others(text, {0, text->length()}, locale);
     for (size_t i = all.size(); i-- > 0;) {
       for (uint64_t at = all[i].start; at < all[i].end; ++at) {
