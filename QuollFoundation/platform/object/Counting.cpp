@@ -69,23 +69,25 @@ bool wantsCells() {
   return !(wish && std::strcmp(wish, "0") == 0);
 }
 
-[[gnu::noinline]] void* allocateByItself(size_t whole) { return ::new (::operator new(whole)) Header(1) + 1; }
+[[gnu::noinline]] void* allocateByItself(size_t whole, uint64_t marks) {
+  return ::new (::operator new(whole)) Header(marks | 1) + 1;
+}
 
 /// A thread's first object, and after that only those for which it has no free cell.
-[[gnu::noinline]] void* allocateSlowly(size_t whole) {
+[[gnu::noinline]] void* allocateSlowly(size_t whole, uint64_t marks) {
   static const bool usesCells = keepsCells && wantsCells();  // read once
   void* const cell = usesCells ? allocateCellSlowly(whole) : nullptr;
-  return cell ? ::new (cell) Header(Header::inCell | 1) + 1 : allocateByItself(whole);
+  return cell ? ::new (cell) Header(Header::inCell | marks | 1) + 1 : allocateByItself(whole, marks);
 }
 
 }  // namespace
 
-void* allocateObject(size_t size) {
+void* allocateObject(size_t size, uint64_t marks) {
   const size_t whole = sizeof(Header) + size;
-  if (whole > largestCell) return allocateByItself(whole);
+  if (whole > largestCell) return allocateByItself(whole, marks);
   if (void* const cell = keepsCells ? allocateCellQuickly(whole) : nullptr) [[likely]]
-    return ::new (cell) Header(Header::inCell | 1) + 1;
-  return allocateSlowly(whole);
+    return ::new (cell) Header(Header::inCell | marks | 1) + 1;
+  return allocateSlowly(whole, marks);
 }
 
 void freeObject(Header* header) noexcept {
@@ -128,6 +130,11 @@ inline void Counts::destroyNow(NSObject* object) {
 }
 
 void Counts::destroy(const void* dead) {
+  Header& header = headerOf(dead);
+  constexpr uint64_t justACell = Header::oneWeak | Header::dying | Header::inCell | Header::plain;
+  if (header.counts.load(std::memory_order_acquire) == justACell && !header.side.load(std::memory_order_acquire)) {
+    return freeCell(&header);
+  }
   auto* object = static_cast<NSObject*>(const_cast<void*>(dead));
   Releases& mine = releases;
   if (mine.depth >= deepestNesting) [[unlikely]]

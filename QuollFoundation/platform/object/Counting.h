@@ -30,9 +30,10 @@ struct Header {
   static constexpr uint64_t oneWeak = uint64_t{1} << 32;
   static constexpr uint64_t recorded = uint64_t{1} << 63;  ///< Is in the count of live objects by class.
   static constexpr uint64_t inCell = uint64_t{1} << 62;    ///< Has its memory from allocateCell.
+  static constexpr uint64_t plain = uint64_t{1} << 61;     ///< Its destructor has nothing to do.
   static constexpr uint64_t unshared = oneWeak | 1;
   static constexpr uint64_t strongPart = oneWeak - 1;
-  static constexpr uint64_t weakPart = ~strongPart & ~recorded & ~inCell;
+  static constexpr uint64_t weakPart = ~strongPart & ~recorded & ~inCell & ~plain;
 
   constexpr explicit Header(uint64_t strong) : counts(oneWeak | strong) {}
   std::atomic<uint64_t> counts;
@@ -49,11 +50,11 @@ inline const void* vtableOf(const void* object) {
   return vtable;
 }
 
-/// Room for a header, which is made with one strong reference, and `size` bytes behind it; gives their address, which
+/// Room for a header, which is made with one strong reference and these marks, and `size` bytes behind it; gives their address, which
 /// is aligned to 16 if `size` is a multiple of 16, else to 8. Small objects stand close together in memory that each
 /// thread has of its own. The variable QUOLL_OBJECT_CACHE=0 of the environment turns that off, for tools that watch
 /// the heap.
-QF_EXPORT void* allocateObject(size_t size);
+QF_EXPORT void* allocateObject(size_t size, uint64_t marks = 0);
 QF_EXPORT void freeObject(Header* header) noexcept;
 /// After a constructor that threw: a Weak that it gave away is null from here on.
 QF_EXPORT void abandonObject(Header* header) noexcept;
@@ -75,7 +76,8 @@ struct Counts {
     std::atomic<uint64_t>& counts = headerOf(object).counts;
     const uint64_t now = counts.load(std::memory_order_acquire);
     if (now & Header::immortal) return;
-    if ((now & ~Header::inCell) == Header::unshared) {  // no other reference, strong or weak: nobody can race
+    if ((now & ~Header::inCell & ~Header::plain) ==
+        Header::unshared) {  // no other reference, strong or weak: nobody can race
       counts.store(now - 1 + Header::dying, std::memory_order_relaxed);
       destroy(object);
     } else if (__libc_single_threaded && (now & Header::strongPart) != 1) {

@@ -134,6 +134,10 @@ template <class T> struct Made : T {
   void madeByMake() const override {}
 };
 
+/// A class says of itself `using Plain = Name;` when its destructor has nothing to do: no member has one. Its objects then go
+/// without being asked. A subclass is not plain unless it says so too.
+template <class T> inline constexpr bool isPlain = requires { requires std::is_same_v<typename T::Plain, T>; };
+
 [[noreturn]] QF_EXPORT void rejectMisplaced();  // another base with virtual functions stands before NSObject
 
 }  // namespace detail
@@ -144,7 +148,8 @@ template <class T, class... A> Ref<T> makeSized(size_t extraBytes, A&&... argume
   using Object = detail::Made<T>;
   static_assert(alignof(Object) <= sizeof(detail::Header), "over-aligned members are not supported");
   constexpr size_t alignment = alignof(Object);
-  void* place = detail::allocateObject((sizeof(Object) + extraBytes + alignment - 1) / alignment * alignment);
+  constexpr uint64_t marks = detail::isPlain<T> ? detail::Header::plain : 0;
+  void* place = detail::allocateObject((sizeof(Object) + extraBytes + alignment - 1) / alignment * alignment, marks);
   detail::Header* header = static_cast<detail::Header*>(place) - 1;
   try {
     T* object;

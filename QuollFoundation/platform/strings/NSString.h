@@ -45,6 +45,8 @@ enum NSStringEncoding : uint64_t {
 class QF_EXPORT NSString : public NSObject {
   QF_CLASS(NSString, NSObject)
  public:
+  using Plain = NSString;  ///< Its destructor has nothing to do.
+
   // Making strings. What can't be decoded gives null.
   static Ref<NSString> stringWithUTF8(std::string_view bytes);
   static Ref<NSString> stringWithCharacters(std::u16string_view units);

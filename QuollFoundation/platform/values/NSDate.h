@@ -23,6 +23,8 @@ inline constexpr NSTimeInterval NSTimeIntervalSince1970 = 978307200.0;
 class QF_EXPORT NSDate : public NSObject {
   QF_CLASS(NSDate, NSObject)
  public:
+  using Plain = NSDate;  ///< Its destructor has nothing to do.
+
   template <class T = NSDate> static Ref<T> date() { return cast<T>(date_ofClass(T::classObject())); }  ///< Now.
   template <class T = NSDate> static Ref<T> dateWithTimeIntervalSinceReferenceDate(NSTimeInterval seconds) {
     return cast<T>(dateWithTimeIntervalSinceReferenceDate_ofClass(seconds, T::classObject()));

@@ -37,6 +37,8 @@ template <class T> constexpr T nearestInteger(double real) {
 class QF_EXPORT NSNumber : public NSValue {
   QF_CLASS(NSNumber, NSValue)
  public:
+  using Plain = NSNumber;  ///< Its destructor has nothing to do.
+
   // Made for a class known when compiling
   template <class T = NSNumber> static Ref<T> numberWithChar(int8_t value) {
     return cast<T>(numberWithChar_ofClass(value, T::classObject()));

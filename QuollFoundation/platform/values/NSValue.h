@@ -26,6 +26,8 @@ QF_EXPORT Ref<NSValue> makeValue(const void* bytes, size_t size, std::string_vie
 class QF_EXPORT NSValue : public NSObject {
   QF_CLASS(NSValue, NSObject)
  public:
+  using Plain = NSValue;  ///< Its destructor has nothing to do.
+
   // Making values. The bytes and the encoding are copied; a malformed encoding raises NSInvalidArgumentException.
   template <class T = NSValue> static Ref<T> valueWithBytes_objCType(const void* bytes, const char* type) {
     return cast<T>(valueWithBytes_objCType_ofClass(bytes, type, T::classObject()));

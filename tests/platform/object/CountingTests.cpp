@@ -11,6 +11,7 @@
 #include "QuollFoundation/platform/object/AtomicRef.h"
 #include "QuollFoundation/platform/object/LiveObjects.h"
 #include "QuollFoundation/platform/object/Synchronized.h"
+#include "QuollFoundation/platform/values/NSNumber.h"
 #include "tests/support/AllocationCount.h"
 #include "tests/support/SampleObjects.h"
 
@@ -57,6 +58,15 @@ class Failing : public NSObject {
   Ref<Node> member_;
 };
 
+class CountedNumber : public NSNumber {
+ public:
+  explicit CountedNumber(int& deaths) : deaths_(deaths) {}
+  ~CountedNumber() override { ++deaths_; }
+
+ private:
+  int& deaths_;
+};
+
 constexpr int million = 1'000'000;
 
 }  // namespace
@@ -92,6 +102,29 @@ TEST(Counting, ADestructorThatHandsThisAroundRunsOnce) {
 TEST(Counting, AConstructorThatThrowsLeavesNothingBehind) {
   EXPECT_THROW(make<Failing>(), int);
   EXPECT_EQ(Node::alive, 0);
+}
+
+TEST(Counting, APlainObjectLetsGoWhatWasAssociatedWithIt) {
+  static const int key = 0;
+  Ref<NSNumber> number = NSNumber::numberWithInt(12'345);
+  setAssociatedValue(number, &key, make<Node>());
+  EXPECT_EQ(Node::alive, 1);
+  number = nullptr;
+  EXPECT_EQ(Node::alive, 0);
+}
+
+TEST(Counting, AWeakReferenceToAPlainObjectIsNullAfterIt) {
+  Ref<NSNumber> number = NSNumber::numberWithInt(12'345);
+  const Weak<NSNumber> weak = number;
+  EXPECT_EQ(weak.lock(), number);
+  number = nullptr;
+  EXPECT_TRUE(weak.lock() == nullptr);
+}
+
+TEST(Counting, ASubclassOfAPlainClassIsDestroyedAsEver) {
+  int deaths = 0;
+  make<CountedNumber>(deaths) = nullptr;
+  EXPECT_EQ(deaths, 1);
 }
 
 TEST(Counting, AChainOfAMillionObjectsGoesWithoutADeepStack) {
