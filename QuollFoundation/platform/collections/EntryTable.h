@@ -70,7 +70,7 @@ class HashIndex {
   static constexpr uint32_t groupSize = 8;
   static constexpr uint64_t everyUpperBit = 0x8080808080808080, everyLowerBit = 0x0101010101010101;
 
-  static uint64_t bytesFor(uint64_t slots) { return slots * (sizeof(Slot) + 1) + groupSize; }
+  static uint64_t bytesFor(uint64_t count) { return count * (sizeof(Slot) + 1) + groupSize; }
   static uint8_t tagOf(uint32_t spreadHash) { return static_cast<uint8_t>(spreadHash | 0x80); }
   /// The upper bit of each byte that equals `tag`; rarely also of the byte behind one.
   static uint64_t bytesEqual(uint64_t group, uint8_t tag) {
