@@ -64,6 +64,41 @@ Class* WatchedArray::classObject() {
   return cls;
 }
 
+/// Walks as the array in it does, of which it asks all elements at once.
+class Album : public NSObject {
+  QF_CLASS(Album, NSObject)
+ public:
+  uint64_t countByEnumeratingWithState_objects_count(NSFastEnumerationState* state, NSObject** objects,
+                                                     uint64_t) override {
+    return songs ? songs->countByEnumeratingWithState_objects_count(state, objects, songs->count()) : 0;
+  }
+  Ref<NSArray> songs;
+};
+Class* Album::classObject() {
+  static Class* const cls = ClassBuilder<Album>("Album").build();
+  return cls;
+}
+
+/// An array that gives all its elements at once.
+class Burst : public NSArray {
+  QF_CLASS(Burst, NSArray)
+ public:
+  uint64_t countByEnumeratingWithState_objects_count(NSFastEnumerationState* state, NSObject** objects,
+                                                     uint64_t) override {
+    return NSArray::countByEnumeratingWithState_objects_count(state, objects, count());
+  }
+};
+Class* Burst::classObject() {
+  static Class* const cls = ClassBuilder<Burst>("Burst").build();
+  return cls;
+}
+
+template <class Array = NSArray> Ref<Array> twoHundredNumbers() {
+  const Ref<NSMutableArray> numbers = NSMutableArray::array();
+  for (int i = 1000; i < 1200; ++i) numbers->addObject(box(i));
+  return Array::template arrayWithArray<Array>(numbers);
+}
+
 }  // namespace
 
 TEST(ToolkitWalks, WalksInBatchesOfSixteen) {
@@ -75,6 +110,34 @@ TEST(ToolkitWalks, WalksInBatchesOfSixteen) {
     row.walk(empty);
     EXPECT_THAT(empty->requests, ElementsAre(16));
   }
+}
+
+TEST(ToolkitWalks, TakesBatchesOfAnySize) {
+  const Ref<Album> album = make<Album>();
+  album->songs = twoHundredNumbers();
+  const Ref<NSArray> burst = twoHundredNumbers<Burst>();
+  for (NSObject* const collection : {static_cast<NSObject*>(album), static_cast<NSObject*>(burst)}) {
+    EXPECT_THAT(__ASTMap_NSFastEnumeration(collection, [](NSObject* each) { return Ref(each); }),
+                equals(twoHundredNumbers()));
+    const auto first = [](NSObject*, NSObject* each) { return Ref(each); };
+    EXPECT_THAT(__ASTReduce_NSFastEnumeration_memo_block(collection, nullptr, first), equals(box(1199)));
+    int calls = 0;
+    __ASTEach_NSFastEnumeration(collection, [&](NSObject*) { ++calls; });
+    EXPECT_EQ(calls, 200);
+  }
+  EXPECT_THAT(__ASTFilter_NSArray(burst, [](NSObject*) { return true; }), equals(twoHundredNumbers()));
+}
+
+TEST(ToolkitWalks, HoldsTheElementsOfAnArrayThatStandsInForItsOwner) {
+  const LeakGuard guard;
+  const Ref<Album> album = make<Album>();
+  album->songs = twoHundredNumbers();
+  int64_t sum = 0;
+  __ASTEach_NSFastEnumeration(album, [&](NSNumber* each) {
+    album->songs = nullptr;
+    sum += each->integerValue();
+  });
+  EXPECT_EQ(sum, (1000 + 1199) * 100);
 }
 
 TEST(ToolkitWalks, AsksForNoBatchBeyondWhatItNeeds) {

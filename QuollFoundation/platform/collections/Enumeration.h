@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+#include <vector>
+
 #include "QuollFoundation/platform/object/Block.h"
 #include "QuollFoundation/platform/object/FastEnumeration.h"
 
@@ -19,13 +22,22 @@ namespace detail {
 
 constexpr uint64_t batchSize = 16;
 
-/// The counter of mutations of every collection that can't be changed: its elements need no reference while walked, and
-/// its batches are of `batchSize` at most.
+/// The counter of mutations of every collection that can't be changed.
 QF_EXPORT extern uint64_t neverMutated;
 
+/// For a collection that can't be changed. Its elements need no reference while it is walked; those of one that a
+/// foreign enumerable asks in its place do, since that one may be let go.
+inline void noteImmutable(NSFastEnumerationState* state, const NSObject* collection) {
+  state->mutationsPtr = &neverMutated;
+  state->extra[0] = reinterpret_cast<uintptr_t>(collection);
+}
+inline bool isImmutable(const NSFastEnumerationState& state, const NSObject* collection) {
+  return state.mutationsPtr == &neverMutated && state.extra[0] == reinterpret_cast<uintptr_t>(collection);
+}
+
 /// Calls `visit(element)` for each element of an enumerable, until it answers false; answers whether it never did.
-/// Elements come in batches of 16; a mutation of the collection by `visit` raises before the next element. Where nothing
-/// can change the collection `visitBatch(elements, count)` is called instead, which answers likewise.
+/// Elements come in batches of 16; a mutation of the collection by `visit` raises before the next element. Where
+/// nothing can change the collection `visitBatch(elements, count)` is called instead, which answers likewise.
 template <class VisitBatch, class Visit> bool walkInBatches(NSObject* enumerable, VisitBatch visitBatch, Visit visit) {
   if (!enumerable) return true;
   const Ref<NSObject> pinned = enumerable;
@@ -36,16 +48,20 @@ template <class VisitBatch, class Visit> bool walkInBatches(NSObject* enumerable
   while (const uint64_t count = enumerable->countByEnumeratingWithState_objects_count(&state, buffer, batchSize)) {
     if (!started && state.mutationsPtr) mutations = *state.mutationsPtr;
     started = true;
-    if (state.mutationsPtr == &neverMutated) {
-      if (!visitBatch(static_cast<NSObject* const*>(state.itemsPtr), count)) return false;
+    if (isImmutable(state, enumerable)) {
+      for (uint64_t i = 0; i < count; i += batchSize) {  // more only where a subclass asks for more
+        NSObject* const* const batch = state.itemsPtr + i;
+        if (!visitBatch(batch, std::min(batchSize, count - i))) return false;
+      }
       continue;
     }
+    const bool isForwarded = state.mutationsPtr == &neverMutated;
+    const std::vector<Ref<NSObject>> held(state.itemsPtr, state.itemsPtr + (isForwarded ? count : 0));
     for (uint64_t i = 0; i < count; ++i) {
       if (state.mutationsPtr && *state.mutationsPtr != mutations) [[unlikely]]
         objc_enumerationMutation(enumerable);
-      NSObject* const element = state.itemsPtr[i];
-      const Ref<NSObject> kept = element;  // `visit` may remove it
-      if (!visit(element)) return false;
+      const Ref<NSObject> element = isForwarded ? held[i] : Ref(state.itemsPtr[i]);  // `visit` may remove it
+      if (!visit(element.get())) return false;
     }
   }
   return true;

@@ -187,7 +187,7 @@ Ref<NSArray> NSArray::objectsAtIndexes(const NSIndexSet* indexes) const {
 
 uint64_t NSArray::countByEnumeratingWithState_objects_count(NSFastEnumerationState* state, NSObject**, uint64_t count) {
   const uint64_t given = std::min(count, count_ - state->state);
-  state->mutationsPtr = &detail::neverMutated;
+  detail::noteImmutable(state, this);
   state->itemsPtr = reinterpret_cast<NSObject**>(items_) + state->state;
   state->state += given;
   return given;

@@ -308,7 +308,7 @@ Ref<NSSet> NSDictionary::keysOfEntriesWithOptions_passingTest(NSEnumerationOptio
 uint64_t NSDictionary::countByEnumeratingWithState_objects_count(NSFastEnumerationState* state, NSObject** objects,
                                                                  uint64_t count) {
   const uint64_t given = table_.enumerate(state, objects, count);
-  state->mutationsPtr = &detail::neverMutated;
+  detail::noteImmutable(state, this);
   return given;
 }
 

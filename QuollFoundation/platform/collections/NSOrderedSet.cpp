@@ -237,7 +237,7 @@ Ref<NSIndexSet> NSOrderedSet::indexesOfObjectsWithOptions_passingTest(NSEnumerat
 uint64_t NSOrderedSet::countByEnumeratingWithState_objects_count(NSFastEnumerationState* state, NSObject** objects,
                                                                  uint64_t count) {
   const uint64_t given = table_.enumerate(state, objects, count);
-  state->mutationsPtr = &detail::neverMutated;
+  detail::noteImmutable(state, this);
   return given;
 }
 

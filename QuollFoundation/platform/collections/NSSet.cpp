@@ -209,7 +209,7 @@ void NSSet::makeObjectsPerformSelector_withObject(Selector selector, NSObject* a
 uint64_t NSSet::countByEnumeratingWithState_objects_count(NSFastEnumerationState* state, NSObject** objects,
                                                           uint64_t count) {
   const uint64_t given = table_.enumerate(state, objects, count);
-  state->mutationsPtr = &detail::neverMutated;
+  detail::noteImmutable(state, this);
   return given;
 }
 
