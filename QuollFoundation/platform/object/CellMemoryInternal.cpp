@@ -33,9 +33,12 @@ template <class T> void unlink(T*& first, T* item) {
 /// The memory that no heap has.
 class Segments {
  public:
-  CellPage* take() {
+  std::mutex& mutex() { return mutex_; }
+
+  /// Null when the system has no memory.
+  CellPage* take() noexcept {
     const std::scoped_lock lock(mutex_);
-    if (!withRoom_) add();
+    if (!withRoom_ && !add()) return nullptr;
     CellSegment* const segment = withRoom_;
     if (segment->freePages == UINT32_MAX) --spares_;
     CellPage* const page = &segment->pages[std::countr_zero(segment->freePages)];
@@ -69,24 +72,26 @@ class Segments {
   }
 
  private:
-  void add() {
+  bool add() {
     void* const memory = mapped();
+    if (!memory) return false;
     if (count_ >= smallSegments) madvise(memory, CellSegment::size, MADV_HUGEPAGE);  // refused where there are none
     link(withRoom_, ::new (memory) CellSegment);
     ++count_;
     ++spares_;
+    return true;
   }
 
-  static void* map(size_t size) {
+  static char* map(size_t size) {
     void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) throw std::bad_alloc();
-    return memory;
+    return memory == MAP_FAILED ? nullptr : static_cast<char*>(memory);
   }
   static void* mapped() {
-    void* const memory = map(CellSegment::size);  // often aligned: the system puts one block below the other
-    if (CellSegment::of(memory) == memory) return memory;
+    char* const memory = map(CellSegment::size);  // often aligned: the system puts one block below the other
+    if (!memory || CellSegment::of(memory) == static_cast<void*>(memory)) return memory;
     munmap(memory, CellSegment::size);
-    char* const larger = static_cast<char*>(map(2 * CellSegment::size));
+    char* const larger = map(2 * CellSegment::size);
+    if (!larger) return nullptr;
     char* const aligned = reinterpret_cast<char*>(CellSegment::of(larger + CellSegment::size - 1));
     if (aligned != larger) munmap(larger, static_cast<size_t>(aligned - larger));
     munmap(aligned + CellSegment::size, static_cast<size_t>(larger + CellSegment::size - aligned));
@@ -117,24 +122,26 @@ void CellHeap::unlist(CellPage* page) noexcept {
   page->isListed = false;
 }
 
-void* CellHeap::allocateSlowly(size_t step) {
+void* CellHeap::allocateSlowly(size_t step) noexcept {
   for (bool hasLooked = false;; hasLooked = true) {
     while (CellPage* const page = pages[step]) {
       if (void* const cell = page->take()) return cell;
       unlist(page);
     }
-    if (hasLooked) add(step);
-    else takeReturned();
+    if (!hasLooked) takeReturned();
+    else if (!add(step)) return nullptr;
   }
 }
 
-void CellHeap::add(size_t step) {
+bool CellHeap::add(size_t step) noexcept {
   CellPage* const page = segments.take();
+  if (!page) return false;
   page->cellSize = static_cast<uint16_t>(step * cellStep);
   page->heap = this;
   page->isListed = true;
   page->makeFresh();
   link(pages[step], page);
+  return true;
 }
 
 /// After a cell came back: a page that was full has room again, one that is empty may go.
@@ -174,6 +181,8 @@ namespace {
 /// The heaps of threads that have ended.
 class SleepingHeaps {
  public:
+  std::mutex& mutex() { return mutex_; }
+
   CellHeap* wakeOne() {
     const std::scoped_lock lock(mutex_);
     CellHeap* const heap = first_;
@@ -213,15 +222,27 @@ void endThread(void* heap) {
   sleepingHeaps.putToSleep(static_cast<CellHeap*>(heap));
 }
 
-/// The heap of this thread from now on; null at the thread's end.
-CellHeap* beginThread() {
+// A thread that forks has both locks, so that its child does not find one that nobody there can give back.
+void lockAll() {
+  sleepingHeaps.mutex().lock();
+  segments.mutex().lock();
+}
+void unlockAll() {
+  segments.mutex().unlock();
+  sleepingHeaps.mutex().unlock();
+}
+
+/// The heap of this thread from now on; null at the thread's end, or when there is no memory.
+CellHeap* beginThread() noexcept {
   static const pthread_key_t key = [] {
+    pthread_atfork(&lockAll, &unlockAll, &unlockAll);
     pthread_key_t made{};
     return pthread_key_create(&made, &endThread) == 0 ? made : static_cast<pthread_key_t>(-1);
   }();
   if (hasEnded) return nullptr;
   CellHeap* heap = sleepingHeaps.wakeOne();
-  if (!heap) heap = new CellHeap;
+  if (!heap) heap = new (std::nothrow) CellHeap;
+  if (!heap) return nullptr;
   if (pthread_setspecific(key, heap) != 0) {
     sleepingHeaps.putToSleep(heap);
     return nullptr;
@@ -233,7 +254,7 @@ CellHeap* beginThread() {
 
 [[gnu::tls_model("initial-exec")]] constinit thread_local CellHeap* heapOfThread = nullptr;
 
-void* allocateCellSlowly(size_t size) {
+void* allocateCellSlowly(size_t size) noexcept {
   CellHeap* const heap = heapOfThread ? heapOfThread : beginThread();
   return heap ? heap->allocateSlowly((size + cellStep - 1) / cellStep) : nullptr;
 }

@@ -72,7 +72,7 @@ struct CellHeap {
   std::atomic<bool> isAwake{true};                // has a thread
   CellHeap* nextAsleep = nullptr;
 
-  void* allocateSlowly(size_t step);
+  void* allocateSlowly(size_t step) noexcept;
   void take(CellPage* page, void* cell) noexcept {
     std::memcpy(cell, &page->free, sizeof cell);
     page->free = cell;
@@ -83,7 +83,7 @@ struct CellHeap {
   void letEmptyPagesGo() noexcept;
 
  private:
-  void add(size_t step);
+  bool add(size_t step) noexcept;
   void settle(CellPage* page) noexcept;
   void unlist(CellPage* page) noexcept;
 };
@@ -92,18 +92,18 @@ struct CellHeap {
 void giveBackCell(CellHeap* heap, void* cell) noexcept;
 
 /// Null where `allocateCellSlowly` has to be asked.
-inline void* allocateCellQuickly(size_t size) {
+inline void* allocateCellQuickly(size_t size) noexcept {
   CellHeap* const heap = heapOfThread;
   if (!heap) [[unlikely]]
     return nullptr;
   CellPage* const page = heap->pages[(size + cellStep - 1) / cellStep];
   return page ? page->take() : nullptr;
 }
-void* allocateCellSlowly(size_t size);
+void* allocateCellSlowly(size_t size) noexcept;
 
 /// Of 1 to `largestCell` bytes, aligned to 8, and to 16 if `size` is a multiple of 16. Null when the thread is at its
-/// end; throws std::bad_alloc when there is no memory.
-inline void* allocateCell(size_t size) {
+/// end, or the system has no memory.
+inline void* allocateCell(size_t size) noexcept {
   void* const cell = allocateCellQuickly(size);
   return cell ? cell : allocateCellSlowly(size);
 }

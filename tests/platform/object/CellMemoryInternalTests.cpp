@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 #include <pthread.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -172,6 +175,42 @@ TEST(CellMemory, AThreadAtItsEndHasNoCellsAndStillFreesThem) {
     ASSERT_EQ(pthread_setspecific(key, &early), 0);
   }).join();
   EXPECT_EQ(calls, 1);
+}
+
+TEST(CellMemory, AForkedChildFindsNoLockTaken) {
+  std::atomic<bool> isOver{false};
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 2; ++t) {
+    threads.emplace_back([&] {
+      while (!isOver) freeAll(manyCells(5000, 200));
+    });
+  }
+  for (int i = 0; i < 100; ++i) {
+    const pid_t child = fork();
+    if (child == 0) {
+      freeAll(manyCells(5000, 200));
+      _exit(0);
+    }
+    int status = 1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+  isOver = true;
+  for (std::thread& each : threads) each.join();
+}
+
+TEST(CellMemory, IsNullWhereTheSystemHasNone) {
+  const pid_t child = fork();  // whose limit goes with it
+  if (child == 0) {
+    const rlimit none{0, 0};
+    bool isRefused = setrlimit(RLIMIT_AS, &none) == 0;
+    for (void* cell = allocateCell(256); cell; cell = allocateCell(256)) {}
+    for (int i = 0; i < 100; ++i) isRefused = isRefused && !allocateCell(256);
+    _exit(isRefused ? 0 : 1);
+  }
+  int status = 1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
 }
 
 TEST(CellMemory, ThreadsThatComeAndGoMayPassCellsAround) {
