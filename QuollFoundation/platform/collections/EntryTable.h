@@ -83,7 +83,7 @@ class HashIndex {
   /// The first tags stand once more behind the last, so that a group may begin at any.
   void setTag(uint32_t i, uint8_t tag) {
     tags()[i] = tag;
-    if (i < groupSize) tags()[mask_ + 1 + i] = tag;
+    if (i < groupSize) tags()[size_t{mask_} + 1 + i] = tag;
   }
 
   static uint32_t spread(uint64_t hash) { return static_cast<uint32_t>((hash * 0x9e3779b97f4a7c15) >> 32); }
