@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// Texts and bytes of the codec families and how each is timed. base64 rates are per byte of text, hex rates per byte of
-/// binary.
+/// Texts and bytes of the codec families and how each is timed. base64 rates are per byte of text, hex rates per byte
+/// of binary.
 
 #include <algorithm>
 #include <cstring>

@@ -29,8 +29,8 @@ inline void addObjects(NSMutableArray* receiver, std::initializer_list<Element> 
 template <class T = NSArray> Ref<T> qf_nilSafeArrayWithMaxCount_objects(uint32_t count,
                                                                         std::initializer_list<Element> objects);
 
-/// The same for lists that were made already, and for classes known at run time. An object among `arrays` that is no array
-/// raises NSInvalidArgumentException.
+/// The same for lists that were made already, and for classes known at run time. An object among `arrays` that is no
+/// array raises NSInvalidArgumentException.
 QF_EXPORT Ref<NSArray> arrayWithObjectsFromArrays_ofClass(const ObjectList* arrays, Class* cls);
 QF_EXPORT Ref<NSMutableArray> initWithObjectsFromArrays_ofClass(const ObjectList* arrays, Class* cls);
 QF_EXPORT Ref<NSArray> arrayByAddingObjects(const NSArray* receiver, const ObjectList* objects);

@@ -17,8 +17,8 @@ using ArrayMap = BlockRef<Ref<NSObject>(NSObject* element, uint64_t index, bool*
 /// Whether the element at that index is mapped at all; null is always.
 using IndexCondition = OptionalBlockRef<bool(uint64_t index)>;
 
-/// Immutable. Indices count from 0 at the start of the range. THE RANGE (0, 0) IS THE WHOLE ARRAY; one that reaches past
-/// the end raises NSRangeException.
+/// Immutable. Indices count from 0 at the start of the range. THE RANGE (0, 0) IS THE WHOLE ARRAY; one that reaches
+/// past the end raises NSRangeException.
 QF_EXPORT Ref<NSArray> qf_mapObjectsInRange_usingBlock_condition(const NSArray* receiver, NSRange range, ArrayMap map,
                                                                  IndexCondition condition);
 QF_EXPORT Ref<NSArray> qf_mapObjectsInRange_usingBlock(const NSArray* receiver, NSRange range, ArrayMap map);
@@ -26,8 +26,8 @@ QF_EXPORT Ref<NSArray> qf_mapObjectsUsingBlock_condition(const NSArray* receiver
                                                          IndexCondition condition);
 QF_EXPORT Ref<NSArray> qf_mapObjectsUsingBlock(const NSArray* receiver, ArrayMap map);
 
-/// Cuts the array where `inSameGroup(previous, current)` is false, and joins what `map` gives for each of the groups; null
-/// adds nothing. Mutable. The group is the same array each time, emptied after the call: copy it to keep it.
+/// Cuts the array where `inSameGroup(previous, current)` is false, and joins what `map` gives for each of the groups;
+/// null adds nothing. Mutable. The group is the same array each time, emptied after the call: copy it to keep it.
 QF_EXPORT Ref<NSMutableArray> qf_mapGroupsByBlock_withBlock(
     const NSArray* receiver, BlockRef<bool(NSObject* previous, NSObject* current)> inSameGroup,
     BlockRef<Ref<NSArray>(NSMutableArray* group)> map);

@@ -19,10 +19,10 @@
 /// callback's arguments; it is told beside the members.
 ///
 /// Walks visit the whole collection unless the family ends early by itself (All, Any, Find, IndexOf). A dictionary's
-/// plain members hand over its values. A callback that changes the collection raises NSGenericException, unless the member
-/// walks a list that it made before: of a dictionary's values (All, Any, GroupBy, IndexBy, Min, Max, Reduce), or of what is
-/// sorted. "Mutable" and "immutable" below say what the result is; it is the caller's own, unless an argument itself is
-/// given back.
+/// plain members hand over its values. A callback that changes the collection raises NSGenericException, unless the
+/// member walks a list that it made before: of a dictionary's values (All, Any, GroupBy, IndexBy, Min, Max, Reduce), or
+/// of what is sorted. "Mutable" and "immutable" below say what the result is; it is the caller's own, unless an
+/// argument itself is given back.
 ///
 /// A null collection gives null, zero or NO, unless its member says otherwise; a null callback does not compile.
 ///
@@ -109,8 +109,8 @@ inline bool Empty(const NSSet* s) { return __ASTEmpty_NSSet(s); }
 inline bool Empty(const NSOrderedSet* s) { return __ASTEmpty_NSOrderedSet(s); }
 inline bool Empty(const NSObject* c) { return __ASTEmpty_NSFastEnumeration(detail::enumerable(c)); }
 
-/// Filter: what passes, in its order; immutable. A dictionary's passing keys are read by key-value coding: a key that is
-/// no string raises NSInvalidArgumentException.
+/// Filter: what passes, in its order; immutable. A dictionary's passing keys are read by key-value coding: a key that
+/// is no string raises NSInvalidArgumentException.
 QF_EXPORT Ref<NSArray> __ASTFilter_NSArray(const NSArray* array, ElementPredicate predicate);
 QF_EXPORT Ref<NSArray> __ASTFilter_NSArray_withIndex(const NSArray* array, IndexedPredicate predicate);
 QF_EXPORT Ref<NSDictionary> __ASTFilter_NSDictionary(const NSDictionary* dictionary, ElementPredicate predicate);
@@ -188,7 +188,8 @@ QF_EXPORT Ref<NSObject> __ASTHead_NSOrderedSet(const NSOrderedSet* set);
 inline Ref<NSObject> Head(const NSArray* a) { return __ASTHead_NSArray(a); }
 inline Ref<NSObject> Head(const NSOrderedSet* s) { return __ASTHead_NSOrderedSet(s); }
 
-/// IndexBy: a mutable dictionary from key to element; of equal keys the last element stays. A null key drops the element.
+/// IndexBy: a mutable dictionary from key to element; of equal keys the last element stays. A null key drops the
+/// element.
 QF_EXPORT Ref<NSMutableDictionary> __ASTIndexBy_NSDictionary_block(const NSDictionary* dictionary,
                                                                    ElementTransform key);
 QF_EXPORT Ref<NSMutableDictionary> __ASTIndexBy_NSDictionary_keyPath(const NSDictionary* dictionary,

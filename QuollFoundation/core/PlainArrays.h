@@ -23,9 +23,9 @@ QF_C_BEGIN
 /// Makes room for one element more than `requiredCount`, usually the number of elements that are there.
 ///
 /// While the capacity is larger than `requiredCount`, `buffer` comes back untouched. Otherwise the capacity becomes the
-/// larger of the two plus 64, and the buffer is reallocated to it; a null buffer is allocated. Null when that fails, also
-/// because the bytes can't be counted in 63 bits: the old buffer is then still the caller's, and the capacity, which
-/// already holds the new value (the largest there is, where the sum overflows), no longer tells its size.
+/// larger of the two plus 64, and the buffer is reallocated to it; a null buffer is allocated. Null when that fails,
+/// also because the bytes can't be counted in 63 bits: the old buffer is then still the caller's, and the capacity,
+/// which already holds the new value (the largest there is, where the sum overflows), no longer tells its size.
 QF_EXPORT void* QFReallocateIfNeeded(void* buffer, uint64_t requiredCount, uint64_t* capacity, uint64_t elementSize);
 
 /// The same with `additionalCount` in place of 64.

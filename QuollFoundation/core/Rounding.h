@@ -23,9 +23,9 @@ QF_EXPORT CGFloat QFTrunc(CGFloat value);
 /// A multiple of one half: `trunc(2 * value + 0.5) / 2`.
 ///
 /// That is the nearest one for a positive value, ties going up: 1.2 gives 1, 1.25 gives 1.5. A negative value goes by
-/// the same formula and so often lands one half nearer to zero: -1.2 gives -0.5, -1.25 gives -1, -0.6 gives -0, and from
-/// -0.25 on zero is positive. Use it where values are not negative, or where that asymmetry is wanted. A value beyond half
-/// of the largest gives an infinity.
+/// the same formula and so often lands one half nearer to zero: -1.2 gives -0.5, -1.25 gives -1, -0.6 gives -0, and
+/// from -0.25 on zero is positive. Use it where values are not negative, or where that asymmetry is wanted. A value
+/// beyond half of the largest gives an infinity.
 QF_EXPORT CGFloat QFRoundToNearestHalfInteger(CGFloat value);
 
 QF_C_END

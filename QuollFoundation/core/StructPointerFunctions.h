@@ -11,8 +11,8 @@
 ///     const CGPoint corner{1, 2};
 ///     corners->addPointer(&corner);            // copies it
 ///
-/// An array made with them copies each struct that is added into memory of its own, and compares structs by their bytes.
-/// `rangePointerArray()` and its kin are the short way to one. Threads: immutable once an array has them.
+/// An array made with them copies each struct that is added into memory of its own, and compares structs by their
+/// bytes. `rangePointerArray()` and its kin are the short way to one. Threads: immutable once an array has them.
 namespace quoll::inline v1 {
 
 /// Copy what comes in, as a struct, into memory of the system's allocator: 0x10403.

@@ -8,8 +8,8 @@
 ///     Ref<CFArray> rest = QFArrayCreateSubarrayWithRange(nullptr, array, 1, 2);        // of a b c d: b c
 ///
 /// For locations 0 and 1 the result is the plain subarray. From 2 on it is not: the elements before it are taken out at
-/// a rising index of the shrinking array, which skips every other one, so that location 2 and length 3 of a b c d e give
-/// b d e. Callers rely on it; whoever wants the plain part asks `subarrayWithRange:`.
+/// a rising index of the shrinking array, which skips every other one, so that location 2 and length 3 of a b c d e
+/// give b d e. Callers rely on it; whoever wants the plain part asks `subarrayWithRange:`.
 ///
 /// Threads: as the array's.
 namespace quoll::inline v1 {

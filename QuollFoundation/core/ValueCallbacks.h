@@ -13,9 +13,9 @@
 ///     CFArrayAppendValue(counts, &count);      // copies it: the variable may go
 ///     auto* first = static_cast<const int64_t*>(CFArrayGetValueAtIndex(counts, 0));
 ///
-/// The container is given the address of a value, and keeps a copy of its own: a cell from the system's allocator, which
-/// it frees. What it gives back is the cell's address, good while the value is in the container. Values are equal when
-/// they are the same number, and hash to themselves. Beware of the names: some sets end in Callbacks, others in
+/// The container is given the address of a value, and keeps a copy of its own: a cell from the system's allocator,
+/// which it frees. What it gives back is the cell's address, good while the value is in the container. Values are equal
+/// when they are the same number, and hash to themselves. Beware of the names: some sets end in Callbacks, others in
 /// CallBacks.
 ///
 /// Threads: immutable.

@@ -15,14 +15,14 @@ QF_C_BEGIN
 ///     free(bytes);
 ///
 /// The alphabet is the standard one: `A` to `Z`, `a` to `z`, `0` to `9`, `+`, `/`. Every other byte is skipped wherever
-/// it stands: white space and line breaks, `=`, stray characters, bytes from 0x80 on. So there is no malformed text, and
-/// padding is neither needed nor checked; texts padded one after the other decode as one. A last character that is alone
-/// in its group of four holds no whole byte and gives none. Not for the alphabet with `-` and `_`, whose characters would
-/// be skipped, nor where malformed text must be told from sound.
+/// it stands: white space and line breaks, `=`, stray characters, bytes from 0x80 on. So there is no malformed text,
+/// and padding is neither needed nor checked; texts padded one after the other decode as one. A last character that is
+/// alone in its group of four holds no whole byte and gives none. Not for the alphabet with `-` and `_`, whose
+/// characters would be skipped, nor where malformed text must be told from sound.
 
 /// The bytes that `length` bytes of text stand for, in a buffer that the caller frees with `free`; their number goes to
-/// `outputLength`, which may be null. A length with all bits set (`SIZE_MAX`) means that the text ends at its first zero
-/// byte.
+/// `outputLength`, which may be null. A length with all bits set (`SIZE_MAX`) means that the text ends at its first
+/// zero byte.
 ///
 /// The buffer is never null while there is memory, also when nothing was decoded. It may be larger than what it holds.
 QF_EXPORT void* NewBase64Decode(const void* text, size_t length, size_t* outputLength);

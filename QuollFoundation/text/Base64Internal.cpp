@@ -25,8 +25,8 @@ struct Squeezed {
   size_t count;
 };
 
-/// Takes up at least `length` bytes of the text, and as many more as fill the last group, and steps behind them. One byte
-/// costs the same whether it is skipped or not.
+/// Takes up at least `length` bytes of the text, and as many more as fill the last group, and steps behind them. One
+/// byte costs the same whether it is skipped or not.
 HWY_INLINE void squeeze(const uint8_t*& text, size_t length, const uint8_t* end, Squeezed& out) {
   size_t count = 0;
   const auto take = [&](uint8_t byte) HWY_ATTR {
@@ -98,8 +98,8 @@ HWY_INLINE auto noise(Vector text, Vector high) {
   return hn::Eq(found, hn::Zero(d));
 }
 
-/// What characters of the alphabet mean: how far a value is from its character goes by the character's high half, but for
-/// the slash, which takes the place before the plus sign.
+/// What characters of the alphabet mean: how far a value is from its character goes by the character's high half, but
+/// for the slash, which takes the place before the plus sign.
 HWY_INLINE Vector valuesOf(Vector text, Vector high) {
   const Tag d;
   HWY_ALIGN static constexpr int8_t distances[16] = {0, 63 - '/', 62 - '+', 52 - '0', -'A', -'A', 26 - 'a', 26 - 'a'};

@@ -28,9 +28,9 @@ inline constexpr std::array<uint8_t, 256> base64Values = [] {
 /// behind that.
 constexpr size_t base64Room(size_t length) { return (length / 4 + 1) * 3 + 64; }
 
-/// Decodes; bytes outside of the alphabet are skipped. Gives how many characters of the alphabet there were: four of them
-/// are three bytes, and what is left of a last group gives its whole bytes. Behind those the rest of the room for the text
-/// may be overwritten.
+/// Decodes; bytes outside of the alphabet are skipped. Gives how many characters of the alphabet there were: four of
+/// them are three bytes, and what is left of a last group gives its whole bytes. Behind those the rest of the room for
+/// the text may be overwritten.
 size_t decodeBase64Text(const char* text, size_t length, uint8_t* out);
 
 /// How many bytes so many characters give.

@@ -8,8 +8,8 @@
 ///
 ///     rangeOfCommonPrefixWithString("abc"_ns, "abd"_ns)            // (0, 2)
 ///
-/// By UTF-16 units: no case folding, no normalisation, and a result may end inside a surrogate pair. Null and empty texts
-/// have nothing in common with any. Nothing is allocated. Threads: as the strings'.
+/// By UTF-16 units: no case folding, no normalisation, and a result may end inside a surrogate pair. Null and empty
+/// texts have nothing in common with any. Nothing is allocated. Threads: as the strings'.
 namespace quoll::inline v1 {
 
 /// In units.

@@ -20,8 +20,8 @@ constexpr auto isHexDigit = [] {
   return table;
 }();
 
-/// Of each run of hexadecimal digits no more than the first `most`. Without a branch on what the units are, as runs of any
-/// length come from anywhere.
+/// Of each run of hexadecimal digits no more than the first `most`. Without a branch on what the units are, as runs of
+/// any length come from anywhere.
 class Shortening {
  public:
   explicit Shortening(uint64_t most) : most_(most) {}

@@ -14,9 +14,9 @@
 /// Threads: as the strings'.
 namespace quoll::inline v1 {
 
-/// As a file browser lists names in the current locale: numbers by value, without regard to case and width unless all else
-/// is the same. A strict order: different texts are never the same. A number of more than 254 digits goes in parts of so
-/// many.
+/// As a file browser lists names in the current locale: numbers by value, without regard to case and width unless all
+/// else is the same. A strict order: different texts are never the same. A number of more than 254 digits goes in parts
+/// of so many.
 QF_EXPORT NSComparisonResult finderCompare(const NSString* receiver, const NSString* other);
 /// The same order, spelled out.
 QF_EXPORT NSComparisonResult _10_5_finderCompare(const NSString* receiver, const NSString* other);

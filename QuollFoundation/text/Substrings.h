@@ -17,8 +17,8 @@ namespace quoll::inline v1 {
 QF_EXPORT char16_t QFStringGetLastCharacter(const NSString* string);
 /// From `i`, inclusive, to `j`, exclusive. Raises NSRangeException past the end, and when `j` is the smaller.
 QF_EXPORT Ref<NSString> substringBetweenIndex_andIndex(const NSString* receiver, uint64_t i, uint64_t j);
-/// Where `wanted` stands at or behind an index, unit by unit; (NSNotFound, 0) where it does not. Raises NSRangeException
-/// for an index past the end.
+/// Where `wanted` stands at or behind an index, unit by unit; (NSNotFound, 0) where it does not. Raises
+/// NSRangeException for an index past the end.
 QF_EXPORT NSRange rangeOfString_startingIndex(const NSString* receiver, const NSString* wanted, uint64_t index);
 /// `prefix` and the receiver behind it. A null prefix raises NSInvalidArgumentException.
 QF_EXPORT Ref<NSString> stringByPrependingString(const NSString* receiver, const NSString* prefix);

@@ -22,16 +22,16 @@ enum QFWordEnumerationOptions : uint64_t {
 };
 
 /// Visits the tokens of the lines that the range touches, whole lines even where it starts or ends inside one. With
-/// QFLineEnumerationExcludeTerminators the terminator of the last line is a run of its own: its calls have the flag set and
-/// count from 0 again. With QFLineEnumerationTrimWhitespace too, white space at both ends is left out.
+/// QFLineEnumerationExcludeTerminators the terminator of the last line is a run of its own: its calls have the flag set
+/// and count from 0 again. With QFLineEnumerationTrimWhitespace too, white space at both ends is left out.
 ///
 /// A range past the end raises NSRangeException; a null function, where there is something to visit,
 /// NSInvalidArgumentException.
 QF_EXPORT void enumerateWordsInRange_options_function_context(const NSString* receiver, NSRange range, uint64_t options,
                                                               QFLineEnumerationFunction function, void* context);
 
-/// The range of each call as a plain array, which the caller frees with `free`, and their number; null for none. A range
-/// past the end raises NSRangeException.
+/// The range of each call as a plain array, which the caller frees with `free`, and their number; null for none. A
+/// range past the end raises NSRangeException.
 [[nodiscard]] QF_EXPORT NSRange* getWordRangesForRange_includeWhitespace_count(const NSString* receiver, NSRange range,
                                                                                bool includeWhitespace, uint64_t* count);
 /// The same without white space as an array of ranges. The tokenizer is not used.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every member of the toolkit, family by family as its header lists them: an ordinary case, the empty collection, none, and
-// what is odd about it. Long because the table of members is. How members walk is in ToolkitWalksTests.cpp.
+// Every member of the toolkit, family by family as its header lists them: an ordinary case, the empty collection, none,
+// and what is odd about it. Long because the table of members is. How members walk is in ToolkitWalksTests.cpp.
 #include "QuollFoundation/collections/Toolkit.h"
 
 #include <dlfcn.h>

@@ -39,6 +39,7 @@ OBJECT = "QuollFoundation/platform/object/"
 # check, file that becomes faulty (None: a file is missing), its content after the licence line, what is said
 FAULTS = [
     ("format", STRINGS + "Name.h", "int  x;\n", STRINGS + "Name.h"),
+    ("columns", STRINGS + "Name.h", "// " + 118 * "x" + "\n", "Name.h:2: 121 columns"),
     ("include form", STRINGS + "Name.h", '#include "Thing.h"\n', "Name.h:2: Thing.h"),
     ("include form", STRINGS + "Name.h", '#include "QuollFoundation/Nowhere.h"\n', "does not exist"),
     ("include form", STRINGS + "Name.h", '#include "QuollFoundation/platform/strings/XInternal.h"\n', "Name.h:2"),

@@ -3,8 +3,8 @@
 
 #include <cstddef>
 
-/// How many times this thread has allocated with `new`, in the test program or in the library, since it was made; under a sanitizer,
-/// also with `malloc`.
+/// How many times this thread has allocated with `new`, in the test program or in the library, since it was made; under
+/// a sanitizer, also with `malloc`.
 class AllocationCount {
  public:
   AllocationCount();

@@ -16,8 +16,8 @@ namespace quoll::inline v1 {
 ///     std::jthread worker([=] { load(); loaded->signal(); });
 ///     if (!loaded->waitFor(2s)) giveUp();
 ///
-/// The plain functions of `quoll_semaphore.h` tell more: whether a signal woke somebody, and which wait timed out. It is no
-/// recursive lock: a thread that waits twice for a count of one, without a signal between, waits for ever.
+/// The plain functions of `quoll_semaphore.h` tell more: whether a signal woke somebody, and which wait timed out. It
+/// is no recursive lock: a thread that waits twice for a count of one, without a signal between, waits for ever.
 ///
 /// Threads: thread-safe. Lifetime: keep a reference while a thread waits.
 class QF_EXPORT QFSemaphore : public NSObject {
@@ -43,8 +43,8 @@ class QF_EXPORT QFSemaphore : public NSObject {
   }
   /// Adds one to the count.
   void signal() { quoll_semaphore_signal(semaphore()); }
-  /// Waits without limit, calls the block once, signals. For short sections that don't throw: an exception passes through
-  /// and leaves the count taken. A `Block` is held while it runs.
+  /// Waits without limit, calls the block once, signals. For short sections that don't throw: an exception passes
+  /// through and leaves the count taken. A `Block` is held while it runs.
   void waitAndSignalUsingBlock(BlockRef<void()> block);
 
  protected:

@@ -36,16 +36,16 @@ QF_EXPORT void quoll_semaphore_release(quoll_semaphore_t semaphore);
 
 /// Takes one from the count as soon as it is above zero, however long that takes: 0.
 QF_EXPORT int64_t quoll_semaphore_wait(quoll_semaphore_t semaphore);
-/// The same for at most so many nanoseconds: 0 when it took one, else non-zero. Zero and negative times take a count that
-/// is there and never block; a time whose end the clock can't tell is without limit.
+/// The same for at most so many nanoseconds: 0 when it took one, else non-zero. Zero and negative times take a count
+/// that is there and never block; a time whose end the clock can't tell is without limit.
 QF_EXPORT int64_t quoll_semaphore_timed_wait(quoll_semaphore_t semaphore, int64_t nanoseconds);
 /// Adds one to the count: non-zero when that woke a thread which slept in a wait, else 0.
 QF_EXPORT int64_t quoll_semaphore_signal(quoll_semaphore_t semaphore);
 
 /// Waits without limit, calls `function(context)` once, signals; what the signal gives.
 ///
-/// For short sections that don't throw. An exception of the function passes through and leaves the semaphore taken: what
-/// it guarded may be half done, and nobody else should see it so.
+/// For short sections that don't throw. An exception of the function passes through and leaves the semaphore taken:
+/// what it guarded may be half done, and nobody else should see it so.
 QF_EXPORT int64_t quoll_semaphore_wait_signal_f(quoll_semaphore_t semaphore, void (*function)(void*), void* context);
 
 QF_C_END
@@ -55,7 +55,8 @@ namespace quoll::inline v1 {
 
 template <class Signature> class BlockRef;
 
-/// The same with a callable; a `Block` is held while it runs. (To call it, include QuollFoundation/platform/object/Block.h.)
+/// The same with a callable; a `Block` is held while it runs. (To call it, include
+/// QuollFoundation/platform/object/Block.h.)
 ///
 ///     quoll_semaphore_wait_signal(guard, [&] { total += part; });
 QF_EXPORT int64_t quoll_semaphore_wait_signal(quoll_semaphore_t semaphore, BlockRef<void()> block);

@@ -22,8 +22,8 @@ class NSSet;
 ///     for (auto [name, age] : *ages) std::cout << name << ": " << age << '\n';
 ///     int64_t age = cast<NSNumber>(ages->objectForKey("Ann"_ns))->integerValue();
 ///
-/// A `copy` of an immutable dictionary is itself. Null as a key or a value raises NSInvalidArgumentException; a null key
-/// is never found. A walk for fast enumeration gives the keys. A callback that changes the dictionary raises
+/// A `copy` of an immutable dictionary is itself. Null as a key or a value raises NSInvalidArgumentException; a null
+/// key is never found. A walk for fast enumeration gives the keys. A callback that changes the dictionary raises
 /// NSGenericException before the next entry.
 ///
 /// Lifetime: iterators are valid while the dictionary lives unchanged. Threads: immutable (NSMutableDictionary:

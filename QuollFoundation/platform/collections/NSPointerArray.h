@@ -9,7 +9,8 @@
 namespace quoll::inline v1 {
 
 /// A growable array of pointers, null among them, that pointer functions keep. Indices count from 0; one past the end
-/// raises NSRangeException. For ranges, points, sizes and rectangles there are ready-made ones, see ValuePointerArrays.h.
+/// raises NSRangeException. For ranges, points, sizes and rectangles there are ready-made ones, see
+/// ValuePointerArrays.h.
 ///
 ///     auto pixels = NSPointerArray::initWithPointerFunctions(functions);      // copied-in structs
 ///     pixels->addPointer(&pixel);

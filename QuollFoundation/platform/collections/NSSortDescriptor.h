@@ -7,7 +7,8 @@
 
 namespace quoll::inline v1 {
 
-/// How to order objects: by the values of a key path, which are asked by a selector, `compare:` unless another is given.
+/// How to order objects: by the values of a key path, which are asked by a selector, `compare:` unless another is
+/// given.
 ///
 ///     auto byName = NSSortDescriptor::initWithKey_ascending("name"_ns, true);
 ///     people->sortUsingDescriptors(NSArray::arrayWithObjects({byName}));

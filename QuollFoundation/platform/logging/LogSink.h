@@ -37,7 +37,8 @@ using LogSink = Block<void(const LogRecord* record)>;
 ///     setLogSink(before);
 ///
 /// Threads call a sink at the same time; a replaced one may still finish calls that had begun. A line that a sink
-/// logs itself, and a line whose sink raises, goes to standard error; no exception leaves the log. Threads: thread-safe.
+/// logs itself, and a line whose sink raises, goes to standard error; no exception leaves the log. Threads:
+/// thread-safe.
 QF_EXPORT LogSink setLogSink(LogSink sink);
 
 /// The sink that stands at the start: one write to standard error for each record. Threads: thread-safe.

@@ -14,8 +14,8 @@ namespace detail {
 QF_EXPORT bool isOfClass(const NSObject* object, const Class* cls);
 [[noreturn]] QF_EXPORT void raiseWrongClass(const NSObject* object, std::string_view wanted);
 
-/// The vtables that are known to be of a class: the first that was met, since mostly objects of a type are of one class, and
-/// eight more. A line is written once, so that threads never take it from one another.
+/// The vtables that are known to be of a class: the first that was met, since mostly objects of a type are of one
+/// class, and eight more. A line is written once, so that threads never take it from one another.
 template <class T> struct KnownVtables {
   static inline constinit std::atomic<const void*> first{};
   static inline constinit std::atomic<const void*> others[8]{};

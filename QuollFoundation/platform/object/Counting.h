@@ -50,10 +50,10 @@ inline const void* vtableOf(const void* object) {
   return vtable;
 }
 
-/// Room for a header, which is made with one strong reference and these marks, and `size` bytes behind it; gives their address, which
-/// is aligned to 16 if `size` is a multiple of 16, else to 8. Small objects stand close together in memory that each
-/// thread has of its own. The variable QUOLL_OBJECT_CACHE=0 of the environment turns that off, for tools that watch
-/// the heap.
+/// Room for a header, which is made with one strong reference and these marks, and `size` bytes behind it; gives their
+/// address, which is aligned to 16 if `size` is a multiple of 16, else to 8. Small objects stand close together in
+/// memory that each thread has of its own. The variable QUOLL_OBJECT_CACHE=0 of the environment turns that off, for
+/// tools that watch the heap.
 QF_EXPORT void* allocateObject(size_t size, uint64_t marks = 0);
 QF_EXPORT void freeObject(Header* header) noexcept;
 /// After a constructor that threw: a Weak that it gave away is null from here on.

@@ -12,8 +12,8 @@ inline constexpr size_t alwaysMappedAnew = size_t{32} << 20;
 /// What the kernel does for each small page takes several times as long as writing it. Changes nothing but speed.
 void prepareToFill(void* memory, size_t size);
 
-/// The same for a block of any size that is looked up here and there, as a large table is: with small pages most look-ups
-/// would miss the translation of their address too. Blocks below 4 MiB are left alone.
+/// The same for a block of any size that is looked up here and there, as a large table is: with small pages most
+/// look-ups would miss the translation of their address too. Blocks below 4 MiB are left alone.
 void prepareToSearch(void* memory, size_t size);
 
 /// As realloc, for such a block, whose first `kept` bytes count. From 4 MiB on they are copied: realloc would take the

@@ -134,8 +134,8 @@ template <class T> struct Made : T {
   void madeByMake() const override {}
 };
 
-/// A class says of itself `using Plain = Name;` when its destructor has nothing to do: no member has one. Its objects then go
-/// without being asked. A subclass is not plain unless it says so too.
+/// A class says of itself `using Plain = Name;` when its destructor has nothing to do: no member has one. Its objects
+/// then go without being asked. A subclass is not plain unless it says so too.
 template <class T> inline constexpr bool isPlain = requires { requires std::is_same_v<typename T::Plain, T>; };
 
 [[noreturn]] QF_EXPORT void rejectMisplaced();  // another base with virtual functions stands before NSObject

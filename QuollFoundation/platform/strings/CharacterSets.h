@@ -46,8 +46,8 @@ QF_EXPORT CFCharacterSetRef CFCharacterSetGetPredefined(CFCharacterSetPredefined
 /// False for a null set.
 QF_EXPORT bool CFCharacterSetIsCharacterMember(CFCharacterSetRef set, char16_t unit);
 
-/// Whether a part of the text has a unit of the set, and where: the first, or the last with NSBackwardsSearch. `found` may
-/// be null, and stays as it is where there is none. A range past the end raises NSRangeException.
+/// Whether a part of the text has a unit of the set, and where: the first, or the last with NSBackwardsSearch. `found`
+/// may be null, and stays as it is where there is none. A range past the end raises NSRangeException.
 QF_EXPORT bool CFStringFindCharacterFromSet(const NSString* text, CFCharacterSetRef set, CFRange range,
                                             NSStringCompareOptions options, CFRange* found);
 /// Takes the white space and the newlines off both ends. Null does nothing.

@@ -139,8 +139,8 @@ bool hasWideDigit(const Units& text) {
   return false;
 }
 
-/// ICU's comparison passes over what two texts have in common at their starts, and in a language with places of its own it
-/// doesn't see that it stops inside a number when the digits are beyond ASCII. Its keys are right.
+/// ICU's comparison passes over what two texts have in common at their starts, and in a language with places of its own
+/// it doesn't see that it stops inside a number when the digits are beyond ASCII. Its keys are right.
 bool mayShareWideNumber(const Units& a, const Units& b) {
   if (a.length() == 0 || b.length() == 0 || a.units()[0] != b.units()[0]) return false;
   return hasWideDigit(a) || hasWideDigit(b);

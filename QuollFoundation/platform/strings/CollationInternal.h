@@ -24,17 +24,18 @@ using CollatorHandle = std::unique_ptr<UCollator, CloseCollator>;
 inline constexpr uint64_t standardOptions =
     NSCaseInsensitiveSearch | NSNumericSearch | NSWidthInsensitiveSearch | NSForcedOrderingSearch;
 
-/// The standard order of texts that are all printable ASCII, as weights of single characters. It holds for languages that
-/// give no ASCII character or sequence a place of its own; elsewhere `isUsable` is false.
+/// The standard order of texts that are all printable ASCII, as weights of single characters. It holds for languages
+/// that give no ASCII character or sequence a place of its own; elsewhere `isUsable` is false.
 class ASCIIOrder {
  public:
   ASCIIOrder(const UCollator* primary, const UCollator* tertiary);
   bool isUsable() const { return isUsable_; }
-  /// False where a text has something else, or a number of more digits than ICU takes together: then `result` is not set.
+  /// False where a text has something else, or a number of more digits than ICU takes together: then `result` is not
+  /// set.
   bool compare(std::string_view a, std::string_view b, NSComparisonResult& result) const;
-  /// Appends the key of a text, of bytes that are not 0: keys have the order of their texts, but those of texts that differ
-  /// in nothing but case and zeros before numbers are the same. False where the text is not for us; then it may have
-  /// appended a part.
+  /// Appends the key of a text, of bytes that are not 0: keys have the order of their texts, but those of texts that
+  /// differ in nothing but case and zeros before numbers are the same. False where the text is not for us; then it may
+  /// have appended a part.
   bool appendKey(std::string_view text, std::string& keys) const;
 
  private:
@@ -52,12 +53,12 @@ class Collations {
   static const Collations& of(const NSLocale* locale);
   static void drop(Collations* collations);
 
-  /// Of all comparison options those about case, diacritics, width and numbers play a part, and the forced ordering: what
-  /// is the same then differs by case or width first, and by units last.
+  /// Of all comparison options those about case, diacritics, width and numbers play a part, and the forced ordering:
+  /// what is the same then differs by case or width first, and by units last.
   NSComparisonResult compare(const NSString* a, const NSString* b, uint64_t options) const;
   const ASCIIOrder& asciiOrder() const;
-  /// Appends a key of any text for `standardOptions`, the same for texts that differ in nothing but case and width. These
-  /// keys and those of ASCIIOrder don't mix.
+  /// Appends a key of any text for `standardOptions`, the same for texts that differ in nothing but case and width.
+  /// These keys and those of ASCIIOrder don't mix.
   void appendKey(const NSString* text, std::string& keys) const;
 
  private:

@@ -9,9 +9,10 @@
 ///     enumerateSubstringsInRange_options_usingBlock(text, NSMakeRange(0, text->length()), NSStringEnumerationByLines,
 ///                                                   [](NSString* line, NSRange, NSRange, bool*) { print(line); });
 ///
-/// A line ends at U+000A, U+000D, the pair of both (one terminator of two units), U+0085, U+2028 or U+2029. It holds its
-/// terminator; the last one may have none. A position between a carriage return and its line feed belongs to the line
-/// that the pair ends. A range past the end raises NSRangeException, unless said otherwise; a null string answers zero.
+/// A line ends at U+000A, U+000D, the pair of both (one terminator of two units), U+0085, U+2028 or U+2029. It holds
+/// its terminator; the last one may have none. A position between a carriage return and its line feed belongs to the
+/// line that the pair ends. A range past the end raises NSRangeException, unless said otherwise; a null string answers
+/// zero.
 namespace quoll::inline v1 {
 
 /// The start of the line that holds the range's location; where the line that holds its last unit ends; and where that

@@ -36,7 +36,8 @@ CurrentLocale& known() {
   return locales;
 }
 
-/// The value of the first of our variables that is set and not empty, in one walk: this is asked for in each comparison.
+/// The value of the first of our variables that is set and not empty, in one walk: this is asked for in each
+/// comparison.
 std::string_view localeOfEnvironment() {
   constexpr std::string_view names[] = {"LC_ALL=", "LC_MESSAGES=", "LANG="};
   std::string_view values[std::size(names)];

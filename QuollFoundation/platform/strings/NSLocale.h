@@ -24,8 +24,8 @@ class Collations;
 class QF_EXPORT NSLocale : public NSObject {
   QF_CLASS(NSLocale, NSObject)
  public:
-  /// That of the environment: of LC_ALL, LC_MESSAGES and LANG the first that is set and not empty, looked at in each call.
-  /// C, POSIX and none mean en_US_POSIX. The C library's `setlocale` plays no part.
+  /// That of the environment: of LC_ALL, LC_MESSAGES and LANG the first that is set and not empty, looked at in each
+  /// call. C, POSIX and none mean en_US_POSIX. The C library's `setlocale` plays no part.
   static Ref<NSLocale> currentLocale();
   template <class T = NSLocale> static Ref<T> localeWithLocaleIdentifier(const NSString* identifier) {
     return cast<T>(localeWithLocaleIdentifier_ofClass(identifier, T::classObject()));

@@ -142,8 +142,8 @@ class QF_EXPORT NSString : public NSObject {
                                                   const NSLocale* locale) const;
   NSComparisonResult caseInsensitiveCompare(const NSString* other) const;
   NSComparisonResult localizedCompare(const NSString* other) const;  ///< In the order of the current locale.
-  /// As a file browser lists names: in the order of the current locale, numbers by their value, without regard to case and
-  /// width unless all else is the same. Texts that are not equal are never the same.
+  /// As a file browser lists names: in the order of the current locale, numbers by their value, without regard to case
+  /// and width unless all else is the same. Texts that are not equal are never the same.
   NSComparisonResult localizedStandardCompare(const NSString* other) const;
   bool hasPrefix(const NSString* prefix) const;  ///< The empty string is no prefix.
   bool hasSuffix(const NSString* suffix) const;

@@ -92,9 +92,9 @@ UTF8Shape MeasureUTF8(const uint8_t* bytes, size_t length) {
 
 #else
 
-// What can be wrong with a byte and the one before it. Three tables, one for each half of the first byte and one for the
-// upper half of the second, say what each half allows; what all three allow is wrong. Only the pair of two continuation
-// bytes is right where a longer character has reached its third or fourth byte, and wrong elsewhere.
+// What can be wrong with a byte and the one before it. Three tables, one for each half of the first byte and one for
+// the upper half of the second, say what each half allows; what all three allow is wrong. Only the pair of two
+// continuation bytes is right where a longer character has reached its third or fourth byte, and wrong elsewhere.
 inline constexpr uint8_t tooShort = 1;    // a character that ends early
 inline constexpr uint8_t tooLong = 2;     // a continuation byte behind an ASCII one
 inline constexpr uint8_t overlong3 = 4;   // E0 80..9F

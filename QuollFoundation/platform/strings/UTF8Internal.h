@@ -6,9 +6,9 @@
 
 /// Conversions between UTF-8, UTF-16, ASCII and Latin-1, over plain spans.
 ///
-/// Each conversion is two steps: one that measures or tests its source, and one that writes. In between the caller makes
-/// a destination of exactly the size that the first step gave. A writer trusts its source to be what the test said;
-/// source and destination do not overlap.
+/// Each conversion is two steps: one that measures or tests its source, and one that writes. In between the caller
+/// makes a destination of exactly the size that the first step gave. A writer trusts its source to be what the test
+/// said; source and destination do not overlap.
 ///
 ///     const UTF8Shape shape = measureUTF8(bytes);
 ///     if (!shape.valid) return nullptr;
@@ -47,7 +47,8 @@ void widen(std::string_view bytes, char16_t* units);
 /// Writes each unit as a byte: encodes ASCII and Latin-1. No unit is above U+00FF.
 void narrow(std::u16string_view text, char* bytes);
 
-/// Writes `count` units that lie in memory, at any address, with their two bytes in the order that is not this machine's.
+/// Writes `count` units that lie in memory, at any address, with their two bytes in the order that is not this
+/// machine's.
 void loadSwappedUnits(const char* bytes, size_t count, char16_t* units);
 
 }  // namespace quoll::inline v1::detail

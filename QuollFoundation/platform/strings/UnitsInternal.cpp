@@ -342,7 +342,8 @@ uint64_t load(const void* from) {
   return word;
 }
 
-/// Up to eight units as their low bytes and their high bytes. ASCII has the ones ready in memory and none of the others.
+/// Up to eight units as their low bytes and their high bytes. ASCII has the ones ready in memory and none of the
+/// others.
 struct SplitUnits {
   uint64_t low;
   uint64_t high;

@@ -23,18 +23,20 @@ enum CFStringTokenizerTokenType : uint64_t { kCFStringTokenizerTokenNone = 0, kC
 
 /// Cuts a text into words, by the rules of Unicode and the dictionaries of languages that put no blanks between words.
 ///
-///     auto tokenizer = CFStringTokenizerCreate(nullptr, text, CFRangeMake(0, length), kCFStringTokenizerUnitWord, nullptr);
+///     auto tokenizer =
+///         CFStringTokenizerCreate(nullptr, text, CFRangeMake(0, length), kCFStringTokenizerUnitWord, nullptr);
 ///     while (CFStringTokenizerAdvanceToNextToken(tokenizer)) use(CFStringTokenizerGetCurrentTokenRange(tokenizer));
 ///
-/// It holds a copy of the text. The tokens depend on the text in its range and the locale, and on nothing that was asked
-/// before. Threads: caller-locked.
+/// It holds a copy of the text. The tokens depend on the text in its range and the locale, and on nothing that was
+/// asked before. Threads: caller-locked.
 class QF_EXPORT CFStringTokenizer : public NSObject {
   QF_CLASS(CFStringTokenizer, NSObject)
  public:
   /// Whether there is a token that holds the unit at `index`. It becomes the current one; otherwise there is none, and
   /// `advance` goes on behind the index.
   bool goToTokenAtIndex(int64_t index);
-  /// To the token behind the current one, at first to the first. False when there is none; then there is no current one.
+  /// To the token behind the current one, at first to the first. False when there is none; then there is no current
+  /// one.
   bool advance();
   CFRange currentRange() const { return current_; }  ///< (kCFNotFound, 0) when there is none.
 
@@ -55,8 +57,8 @@ class QF_EXPORT CFStringTokenizer : public NSObject {
 
 using CFStringTokenizerRef = CFStringTokenizer*;
 
-/// Over a part of a text; a null locale is the current one. A null text, a unit that is not listed, or a text of more than
-/// 2^31 - 1 units raises NSInvalidArgumentException; a range past the end NSRangeException.
+/// Over a part of a text; a null locale is the current one. A null text, a unit that is not listed, or a text of more
+/// than 2^31 - 1 units raises NSInvalidArgumentException; a range past the end NSRangeException.
 [[nodiscard]] QF_EXPORT Ref<CFStringTokenizer> CFStringTokenizerCreate(CFAllocatorRef allocator, const NSString* text,
                                                                        CFRange range, CFOptionFlags unit,
                                                                        CFLocaleRef locale);

@@ -44,8 +44,8 @@ void NSMutableAttributedString::checkRange(NSRange range, std::string_view selec
 /// The runs, with ends that count from its start, in place of those of the range, and the text, unless it is null, in
 /// place of its text.
 ///
-/// What compares values, and so may run anything, comes first; then what may lack memory; then nothing can fail. What is
-/// replaced dies last.
+/// What compares values, and so may run anything, comes first; then what may lack memory; then nothing can fail. What
+/// is replaced dies last.
 void NSMutableAttributedString::replace(NSRange range, const NSString* with, const Runs& runs) {
   const Ref<NSString> text = with ? with->copy() : nullptr;  // it may be our own
   const uint64_t end = NSMaxRange(range), delta = (text ? text->length() : range.length) - range.length;
@@ -61,8 +61,8 @@ void NSMutableAttributedString::replace(NSRange range, const NSString* with, con
   install(middle, first, last, delta);
 }
 
-/// What comes in place of the runs from `first` to `last`: what is left of these before the range, the new ones, and what
-/// is left of them behind it.
+/// What comes in place of the runs from `first` to `last`: what is left of these before the range, the new ones, and
+/// what is left of them behind it.
 NSAttributedString::Runs NSMutableAttributedString::joined(NSRange range, const Runs& runs, size_t first, size_t last,
                                                            uint64_t delta) {
   const uint64_t changes = changes_;

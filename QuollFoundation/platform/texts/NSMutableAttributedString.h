@@ -11,8 +11,8 @@ namespace quoll::inline v1 {
 ///     text->addAttribute_value_range("colour"_ns, red, {0, 1});
 ///     text->appendAttributedString(more);
 ///
-/// A range past the end raises NSRangeException. Appending takes amortised constant time for each unit and run; a change
-/// elsewhere grows with what is behind it. The string itself may be an argument. `copy` gives an immutable one.
+/// A range past the end raises NSRangeException. Appending takes amortised constant time for each unit and run; a
+/// change elsewhere grows with what is behind it. The string itself may be an argument. `copy` gives an immutable one.
 /// Threads: caller-locked.
 class QF_EXPORT NSMutableAttributedString : public NSAttributedString {
   QF_CLASS(NSMutableAttributedString, NSAttributedString)
@@ -30,8 +30,8 @@ class QF_EXPORT NSMutableAttributedString : public NSAttributedString {
   }
 
   // Text
-  /// The new text takes the attributes of the first unit that gives way; where none does, those of the unit before it, or
-  /// else of the one behind it.
+  /// The new text takes the attributes of the first unit that gives way; where none does, those of the unit before it,
+  /// or else of the one behind it.
   void replaceCharactersInRange_withString(NSRange range, const NSString* with);
   void replaceCharactersInRange_withAttributedString(NSRange range, const NSAttributedString* with);
   void appendAttributedString(const NSAttributedString* other);

@@ -356,8 +356,8 @@ template <class Unit> class Template {
   std::vector<Piece> pieces_;
 };
 
-/// A text that grows at its end. Matches are many and what lies between them is short: a call for each would cost as much
-/// as the search.
+/// A text that grows at its end. Matches are many and what lies between them is short: a call for each would cost as
+/// much as the search.
 template <class Unit> class Output {
  public:
   /// Makes room for so many at first, once it has to.

@@ -55,15 +55,15 @@ enum NSMatchingFlags : uint64_t {
 ///     if (!digits) return report(error);
 ///     auto marked = digits->stringByReplacingMatchesInString_options_range_withTemplate(text, {}, all, "<$1>"_ns);
 ///
-/// Matches don't overlap and come in the order of their places. In a template `$0` is the match and `$1` to `$n` are its
-/// groups, empty where there is none or it had no part; of several digits as many count as make the number of a group.
-/// A backslash takes the next character as it is; a `$` without a digit is itself.
+/// Matches don't overlap and come in the order of their places. In a template `$0` is the match and `$1` to `$n` are
+/// its groups, empty where there is none or it had no part; of several digits as many count as make the number of a
+/// group. A backslash takes the next character as it is; a `$` without a digit is itself.
 ///
-/// Each call copies the range of a text that is stored as ASCII, to widen it: whoever goes through a long text asks for all
-/// matches at once rather than for the first of what is left.
+/// Each call copies the range of a text that is stored as ASCII, to widen it: whoever goes through a long text asks for
+/// all matches at once rather than for the first of what is left.
 ///
-/// A null text, pattern or template raises NSInvalidArgumentException, as does a text of more than 2^31 - 1 units; a range
-/// past the end NSRangeException. A search that needs more memory than ICU grants it raises NSGenericException.
+/// A null text, pattern or template raises NSInvalidArgumentException, as does a text of more than 2^31 - 1 units; a
+/// range past the end NSRangeException. A search that needs more memory than ICU grants it raises NSGenericException.
 ///
 /// Threads: immutable.
 class QF_EXPORT NSRegularExpression : public NSObject {

@@ -13,8 +13,8 @@
 /// system for something, and nothing asks what is on the disk. A null argument raises NSInvalidArgumentException.
 namespace quoll::inline v1 {
 
-/// The names between the separators. A separator at the start, or at the end behind a name, is a component "/" of its own:
-/// "/", "usr", "lib", "/" for "/usr//lib/". The empty path has none.
+/// The names between the separators. A separator at the start, or at the end behind a name, is a component "/" of its
+/// own: "/", "usr", "lib", "/" for "/usr//lib/". The empty path has none.
 QF_EXPORT Ref<NSArray> pathComponents(const NSString* receiver);
 /// The components joined, the opposite of `pathComponents`: an empty component, or "/", at the end leaves a separator
 /// there; empty ones elsewhere are left out. Whatever is no text raises NSInvalidArgumentException.
@@ -41,8 +41,8 @@ QF_EXPORT Ref<NSString> stringByDeletingPathExtension(const NSString* receiver);
 /// "~" and "~/..." with the home directory of the user, HOME or else that of the system's list; "~name" with that of
 /// another. Whatever can't be expanded comes back as it is.
 QF_EXPORT Ref<NSString> stringByExpandingTildeInPath(const NSString* receiver);
-/// Expands a leading "~", leaves out "." and separators that are not needed, and in an absolute path takes away ".." and
-/// the name before it; above the root there is the root. Links on the disk are not followed.
+/// Expands a leading "~", leaves out "." and separators that are not needed, and in an absolute path takes away ".."
+/// and the name before it; above the root there is the root. Links on the disk are not followed.
 QF_EXPORT Ref<NSString> stringByStandardizingPath(const NSString* receiver);
 
 }  // namespace quoll::inline v1

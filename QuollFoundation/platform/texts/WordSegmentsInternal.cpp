@@ -95,7 +95,8 @@ ASCIIWords::ASCIIWords(UBreakIterator* iterator) {
   underscoresAreWord_ = isOne(iterator, u"__") && isWordEnd(iterator);
 }
 
-/// Whether a sign that comes behind a part of a word is one too: when it is between two letters or two digits that it joins.
+/// Whether a sign that comes behind a part of a word is one too: when it is between two letters or two digits that it
+/// joins.
 template <class Unit> ASCIIWords::Step ASCIIWords::step(std::basic_string_view<Unit> text, size_t index) const {
   if (isBeyond(text, index + 1)) return Step::Unknown;
   if (index + 1 == text.size()) return Step::Out;

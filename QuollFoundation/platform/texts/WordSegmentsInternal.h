@@ -19,12 +19,13 @@ struct WordSegment {
   bool isWord;  ///< Not blanks or signs.
 };
 
-/// The rules for ASCII, which need no tables of Unicode. What differs from language to language, the signs that stand inside
-/// words and numbers, is asked of ICU once.
+/// The rules for ASCII, which need no tables of Unicode. What differs from language to language, the signs that stand
+/// inside words and numbers, is asked of ICU once.
 class ASCIIWords {
  public:
   explicit ASCIIWords(UBreakIterator* iterator);
-  /// The segment at a boundary. It ends where it starts when a unit beyond ASCII plays a part in it: then it is for ICU.
+  /// The segment at a boundary. It ends where it starts when a unit beyond ASCII plays a part in it: then it is for
+  /// ICU.
   template <class Unit> WordSegment startingAt(std::basic_string_view<Unit> text, size_t start) const;
   // Of texts that are all ASCII:
   WordSegment holding(std::string_view text, size_t index) const;

@@ -174,8 +174,8 @@ bool DispatchSemaphore::takeLater(dispatch_time_t deadline) {
   return record.takeWhileSpinning(deadline) || record.takeAfterSleeping(deadline);
 }
 
-/// The memory may be gone by now. The kernel is only given the address; at worst it wakes a stranger, who looks at its own
-/// word and sleeps again.
+/// The memory may be gone by now. The kernel is only given the address; at worst it wakes a stranger, who looks at its
+/// own word and sleeps again.
 bool DispatchSemaphore::wakeOne() { return syscall(SYS_futex, sleepingPlace(this), FUTEX_WAKE_PRIVATE, 1) > 0; }
 
 }  // namespace quoll::inline v1

@@ -12,13 +12,13 @@
 ///     std::jthread worker([=] { load(); dispatch_semaphore_signal(loaded); });
 ///     if (dispatch_semaphore_wait(loaded, dispatch_time(DISPATCH_TIME_NOW, 2'000'000'000)) != 0) giveUp();
 ///
-/// Use `QFSemaphore` where an object is wanted, `quoll_semaphore_...` from C, and a mutex to guard data: a semaphore knows
-/// no owner, so a thread that waits twice for a count of one waits for ever.
+/// Use `QFSemaphore` where an object is wanted, `quoll_semaphore_...` from C, and a mutex to guard data: a semaphore
+/// knows no owner, so a thread that waits twice for a count of one waits for ever.
 ///
 /// A count belongs to whoever takes it first: a thread that was woken may find that another, which came later, was
-/// quicker, and then waits on. Waiting threads look at the count for some microseconds before they sleep, as long as that
-/// has paid for this semaphore lately; a thread that waits longer uses no processor time. A wait is neither ended by a
-/// signal handler nor a point where a thread may be cancelled.
+/// quicker, and then waits on. Waiting threads look at the count for some microseconds before they sleep, as long as
+/// that has paid for this semaphore lately; a thread that waits longer uses no processor time. A wait is neither ended
+/// by a signal handler nor a point where a thread may be cancelled.
 ///
 /// Threads: thread-safe; what a thread wrote before `signal` is visible to the thread that takes that count.
 /// Lifetime: counted. A thread that has taken a count may drop the last reference at once, also while the `signal` that
@@ -41,12 +41,12 @@ QF_EXPORT dispatch_time_t dispatch_time(dispatch_time_t when, int64_t nanosecond
 /// short.
 [[nodiscard]] QF_EXPORT dispatch_semaphore_t dispatch_semaphore_create(int64_t count);
 
-/// Takes one from the count, once it is above zero: 0. Non-zero when it was not until the deadline; a deadline that is past
-/// still takes a count that is there.
+/// Takes one from the count, once it is above zero: 0. Non-zero when it was not until the deadline; a deadline that is
+/// past still takes a count that is there.
 int64_t dispatch_semaphore_wait(dispatch_semaphore_t semaphore, dispatch_time_t deadline);
 
-/// Adds one to the count. Non-zero exactly when that woke a thread which slept in a wait; 0 also when a waiting thread had
-/// not fallen asleep yet and will see the count by itself.
+/// Adds one to the count. Non-zero exactly when that woke a thread which slept in a wait; 0 also when a waiting thread
+/// had not fallen asleep yet and will see the count by itself.
 int64_t dispatch_semaphore_signal(dispatch_semaphore_t semaphore);
 
 /// One reference more, which a release gives back.
@@ -57,16 +57,16 @@ QF_EXPORT void dispatch_release(dispatch_semaphore_t semaphore);
 /// The word that decides everything, changed by single atomic steps. Its short ways are inline and so compiled into
 /// clients: what the word means never changes, and only the library makes semaphores, which are larger than this.
 ///
-/// A signal is one addition, and touches nothing of the semaphore after it but the address to wake: the thread that takes
-/// the count may be freeing the memory.
+/// A signal is one addition, and touches nothing of the semaphore after it but the address to wake: the thread that
+/// takes the count may be freeing the memory.
 ///
 ///     nobody sleeps     |  0 |  count: 63 bits                  |
 ///     somebody does     |  1 |  sleepers: 23 bits, count: 40    |
 ///
-/// The count has its lowest bit in the same place in both forms, so a signal need not know which it finds, and the sign of
-/// what it makes of the word tells whether to wake. The first sleeper enters only at a count of zero, so the second form
-/// has room: to leave it, the count would have to rise to 2^40 before one woken thread gets to run. Threads sleep as long
-/// as the lower half of the word is zero.
+/// The count has its lowest bit in the same place in both forms, so a signal need not know which it finds, and the sign
+/// of what it makes of the word tells whether to wake. The first sleeper enters only at a count of zero, so the second
+/// form has room: to leave it, the count would have to rise to 2^40 before one woken thread gets to run. Threads sleep
+/// as long as the lower half of the word is zero.
 struct DispatchSemaphore {
  public:
   DispatchSemaphore(const DispatchSemaphore&) = delete;

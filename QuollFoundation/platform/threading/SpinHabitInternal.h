@@ -6,9 +6,9 @@
 
 /// How long a thread that has to wait for one thing should spin before it sleeps, learnt from the waits before.
 ///
-/// Spinning pays when the other thread is just running and answers soon. Whether it does depends on that thread and on what
-/// else the machine does, so it is learnt: each spin in vain halves the next; after several, waits sleep at once, and only
-/// now and then one tries again with the full length.
+/// Spinning pays when the other thread is just running and answers soon. Whether it does depends on that thread and on
+/// what else the machine does, so it is learnt: each spin in vain halves the next; after several, waits sleep at once,
+/// and only now and then one tries again with the full length.
 ///
 ///     const bool taken = spinFor(habit.nanoseconds());
 ///     habit.learn(taken ? SpinHabit::Paid : SpinHabit::InVain);

@@ -333,7 +333,8 @@ TEST(DispatchSemaphore, WaitersThatGiveUpTakeNothingWithThem) {
   EXPECT_EQ(signal(semaphore), 0);
 }
 
-// Clients are compiled with the meaning of the word, and a sleeper left over would make every signal a call of the kernel.
+// Clients are compiled with the meaning of the word, and a sleeper left over would make every signal a call of the
+// kernel.
 TEST(DispatchSemaphore, TheWordIsTheCountOnceNobodySleeps) {
   const auto wordOf = [](const Semaphore& semaphore) {
     return std::atomic_ref(*reinterpret_cast<int64_t*>(semaphore.get())).load();
