@@ -194,13 +194,13 @@ TEST(CellMemory, AForkedChildFindsNoLockTaken) {
   std::vector<std::thread> threads;
   for (int t = 0; t < 2; ++t) {
     threads.emplace_back([&] {
-      while (!isOver) makeAndFreeAChain(5000, 200);
+      while (!isOver) makeAndFreeAChain(300, 256);  // just above a page: one is taken and given back each time
     });
   }
-  for (int i = 0; i < 100; ++i) {
+  for (int i = 0; i < 300; ++i) {
     const pid_t child = fork();
     if (child == 0) {
-      makeAndFreeAChain(5000, 200);
+      makeAndFreeAChain(300, 256);
       _exit(0);
     }
     int status = 1;
