@@ -34,6 +34,7 @@ class HashIndex {
   /// The position of the first entry with this hash that `same(position)` accepts, else `none`. Only when active.
   template <class Same> uint32_t find(uint64_t hash, Same same) const {
     const uint32_t wanted = spread(hash);
+    __builtin_prefetch(slots_ + (wanted >> shift_));  // mostly it is there: of a large table both come from memory
     for (uint32_t first = wanted >> shift_;; first = (first + groupSize) & mask_) {
       uint64_t group;
       std::memcpy(&group, tags() + first, sizeof group);
