@@ -9,6 +9,7 @@
 #include "QuollFoundation/platform/object/Send.h"
 #include "QuollFoundation/platform/strings/NSString.h"
 
+// The members are one table and share their cores, so they stand in one file, in the order of the header.
 namespace quoll::inline v1 {
 
 namespace {
@@ -47,8 +48,9 @@ auto valueAt(const NSString* keyPath) {
   return [keyPath](NSObject* element) { return element->valueForKeyPath(keyPath); };
 }
 
-// The cores. Each takes any callable, so that a member's own callback is called directly. A callback may let the last
-// reference to the collection go: what is read once more after a walk is pinned.
+// The cores. Most take any callable, so that a member's own callback is called directly; those that call a callback for
+// many elements in a row take it as it came. A callback may let the last reference to the collection go: what is read
+// once more after a walk is pinned.
 
 void append(NSMutableArray* results, Ref<NSObject>&& result) {
   detail::ArrayAccess::append(results, std::move(result));
