@@ -1,105 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <bit>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <utility>
 #include <vector>
 
 #include "QuollFoundation/platform/collections/Enumeration.h"
+#include "QuollFoundation/platform/collections/HashIndex.h"
 
 /// The one table under dictionaries, sets, ordered sets and map tables: entries in the order of their insertion, and an
 /// index of their hashes.
 namespace quoll::inline v1::detail {
-
-/// From a hash to the position of an entry: open addressing, eight bytes a slot. What it finds is told by the upper
-/// 32 bits of the spread hash; only then is an entry asked. Behind the slots stands a byte for each, its tag: 0 for a
-/// free slot, else seven bits of the hash. Eight tags are looked at in one step, so that most searches read one slot at
-/// most, and take no branch that hangs on how full the neighbourhood is.
-class HashIndex {
- public:
-  static constexpr uint32_t none = UINT32_MAX;
-
-  HashIndex() = default;
-  HashIndex(HashIndex&& other) noexcept { swap(other); }
-  HashIndex& operator=(HashIndex other) noexcept {
-    swap(other);
-    return *this;
-  }
-  QF_EXPORT ~HashIndex();
-
-  bool isActive() const { return slots_ != nullptr; }
-  /// The position of the first entry with this hash that `same(position)` accepts, else `none`. Only when active.
-  template <class Same> uint32_t find(uint64_t hash, Same same) const {
-    const uint32_t wanted = spread(hash);
-    __builtin_prefetch(slots_ + (wanted >> shift_));  // mostly it is there: of a large table both come from memory
-    for (uint32_t first = wanted >> shift_;; first = (first + groupSize) & mask_) {
-      uint64_t group;
-      std::memcpy(&group, tags() + first, sizeof group);
-      for (uint64_t likely = bytesEqual(group, tagOf(wanted)); likely; likely &= likely - 1) {
-        const Slot slot = slots_[(first + byteOf(likely)) & mask_];
-        if (slot.hash == wanted && same(slot.place - 1)) return slot.place - 1;
-      }
-      if (~group & everyUpperBit) return none;
-    }
-  }
-  /// Room for `count` entries; turns the index on.
-  QF_EXPORT void reserve(uint64_t count);
-  /// Of an entry that is not there; room was reserved.
-  void add(uint64_t hash, uint32_t position) {
-    place({spread(hash), position + 1});
-    ++count_;
-  }
-  QF_EXPORT void remove(uint64_t hash, uint32_t position);
-  /// The positions from `from` on have moved by `by`.
-  QF_EXPORT void shift(uint32_t from, int32_t by);
-  QF_EXPORT void clear();  ///< Keeps the room.
-  void swap(HashIndex& other) noexcept {
-    std::swap(slots_, other.slots_);
-    std::swap(mask_, other.mask_);
-    std::swap(shift_, other.shift_);
-    std::swap(count_, other.count_);
-  }
-
- private:
-  struct Slot {
-    uint32_t hash;
-    uint32_t place;  // position + 1; 0 is free
-  };
-  static constexpr uint32_t groupSize = 8;
-  static constexpr uint64_t everyUpperBit = 0x8080808080808080, everyLowerBit = 0x0101010101010101;
-
-  static uint64_t bytesFor(uint64_t count) { return count * (sizeof(Slot) + 1) + groupSize; }
-  static uint8_t tagOf(uint32_t spreadHash) { return static_cast<uint8_t>(spreadHash | 0x80); }
-  /// The upper bit of each byte that equals `tag`; rarely also of the byte behind one.
-  static uint64_t bytesEqual(uint64_t group, uint8_t tag) {
-    const uint64_t differences = group ^ (everyLowerBit * tag);
-    return (differences - everyLowerBit) & ~differences & everyUpperBit;
-  }
-  /// Which byte of a group, from the lowest address, the lowest of `bits` is in.
-  static uint32_t byteOf(uint64_t bits) { return static_cast<uint32_t>(std::countr_zero(bits)) / 8; }
-  uint8_t* tags() const { return reinterpret_cast<uint8_t*>(slots_ + mask_ + 1); }
-  /// The first tags stand once more behind the last, so that a group may begin at any.
-  void setTag(uint32_t i, uint8_t tag) {
-    tags()[i] = tag;
-    if (i < groupSize) tags()[size_t{mask_} + 1 + i] = tag;
-  }
-
-  static uint32_t spread(uint64_t hash) { return static_cast<uint32_t>((hash * 0x9e3779b97f4a7c15) >> 32); }
-  void place(Slot slot) {
-    uint32_t i = slot.hash >> shift_;
-    while (slots_[i].place) i = (i + 1) & mask_;
-    slots_[i] = slot;
-    setTag(i, tagOf(slot.hash));
-  }
-
-  Slot* slots_ = nullptr;
-  uint32_t mask_ = 0;
-  uint32_t shift_ = 0;  // the upper bits of a hash are its first slot: so growing walks memory in order
-  uint32_t count_ = 0;
-};
 
 /// An entry of a dictionary.
 struct PairEntry {
@@ -138,7 +49,8 @@ template <class Entry> class EntryTable {
 
   /// `keys` offers `hash(key)` and `same(wanted, present)`. Null when the key is absent. `hash`, if given, becomes the
   /// key's, unless the entry was found without it.
-  template <class Keys> Entry* find(const void* key, const Keys& keys, uint64_t* hash = nullptr) const;
+  template <class Keys> [[gnu::always_inline]] Entry* find(const void* key, const Keys& keys,
+                                                           uint64_t* hash = nullptr) const;
   template <class Keys> [[gnu::always_inline]] Entry* find(const void* key, uint64_t hash, const Keys& keys) const;
 
   // Each of these counts as a mutation.
@@ -164,6 +76,7 @@ template <class Entry> class EntryTable {
 
  private:
   template <class Same> Entry* searchOneByOne(Same same) const;
+  void fillIndex();
 
   Entry* entries_ = nullptr;
   uint32_t first_ = 0;  // no entry before it
@@ -171,7 +84,7 @@ template <class Entry> class EntryTable {
   uint32_t holes_ = 0;  // between first_ and used_, and before first_
   uint32_t capacity_ = 0;
   uint64_t mutations_ = 0;
-  HashIndex index_;
+  HashIndex index_;  // with room for the capacity, when that is larger than `searchedOneByOne`
 };
 
 extern template class QF_EXPORT EntryTable<PairEntry>;
@@ -187,12 +100,13 @@ template <class Entry> template <class Same> Entry* EntryTable<Entry>::searchOne
 template <class Entry> template <class Keys>
 inline Entry* EntryTable<Entry>::find(const void* key, uint64_t hash, const Keys& keys) const {
   if (!index_.isActive()) return searchOneByOne([&](const void* present) { return keys.same(key, present); });
-  const uint32_t at = index_.find(hash, [&](uint32_t i) { return keys.same(key, entries_[i].key); });
+  const uint32_t at =
+      index_.find(hash, [&](uint32_t i) { return entries_[i].hash == hash && keys.same(key, entries_[i].key); });
   return at == HashIndex::none ? nullptr : &entries_[at];
 }
 
 template <class Entry> template <class Keys>
-Entry* EntryTable<Entry>::find(const void* key, const Keys& keys, uint64_t* hash) const {
+inline Entry* EntryTable<Entry>::find(const void* key, const Keys& keys, uint64_t* hash) const {
   if (!index_.isActive()) {
     if (Entry* found = searchOneByOne([&](const void* present) { return keys.same(key, present); })) return found;
     if (hash) *hash = keys.hash(key);
