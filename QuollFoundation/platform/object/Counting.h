@@ -31,9 +31,10 @@ struct Header {
   static constexpr uint64_t recorded = uint64_t{1} << 63;  ///< Is in the count of live objects by class.
   static constexpr uint64_t inCell = uint64_t{1} << 62;    ///< Has its memory from allocateCell.
   static constexpr uint64_t plain = uint64_t{1} << 61;     ///< Its destructor has nothing to do.
+  static constexpr uint64_t lasting = inCell | plain;      ///< The marks that stand from the object's first moment on.
   static constexpr uint64_t unshared = oneWeak | 1;
   static constexpr uint64_t strongPart = oneWeak - 1;
-  static constexpr uint64_t weakPart = ~strongPart & ~recorded & ~inCell & ~plain;
+  static constexpr uint64_t weakPart = ~strongPart & ~recorded & ~lasting;
 
   constexpr explicit Header(uint64_t strong) : counts(oneWeak | strong) {}
   std::atomic<uint64_t> counts;
@@ -76,8 +77,7 @@ struct Counts {
     std::atomic<uint64_t>& counts = headerOf(object).counts;
     const uint64_t now = counts.load(std::memory_order_acquire);
     if (now & Header::immortal) return;
-    if ((now & ~Header::inCell & ~Header::plain) ==
-        Header::unshared) {  // no other reference, strong or weak: nobody can race
+    if ((now & ~Header::lasting) == Header::unshared) {  // no other reference, strong or weak: nobody can race
       counts.store(now - 1 + Header::dying, std::memory_order_relaxed);
       destroy(object);
     } else if (__libc_single_threaded && (now & Header::strongPart) != 1) {
