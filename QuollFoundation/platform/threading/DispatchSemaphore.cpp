@@ -18,7 +18,7 @@ namespace quoll::inline v1 {
 namespace {
 
 constexpr uint64_t nanosecondsPerSecond = 1'000'000'000;
-constexpr int looksBetweenClockReadings = 32;
+constexpr int mostPauses = 64;  // about a microsecond
 
 uint64_t monotonicNow() {
   timespec now{};
@@ -97,16 +97,15 @@ bool Record::takeWhileSpinning(dispatch_time_t deadline) {
   return taken;
 }
 
+/// Looks ever less often: each look takes the line of the cache away from the thread that is about to signal.
 bool Record::spinFor(uint64_t nanoseconds, dispatch_time_t deadline) {
   if (nanoseconds == 0) return false;
   const uint64_t end = std::min(monotonicNow() + nanoseconds, deadline);
-  do {
-    for (int i = 0; i < looksBetweenClockReadings; ++i) {
-      if (hasCount(word_.load(std::memory_order_relaxed)) && takeNow()) return true;
-      pauseProcessor();
-    }
-  } while (monotonicNow() < end);
-  return false;
+  for (int pauses = 1;; pauses = std::min(2 * pauses, mostPauses)) {
+    if (hasCount(word_.load(std::memory_order_relaxed)) && takeNow()) return true;
+    for (int i = 0; i < pauses; ++i) pauseProcessor();
+    if (pauses == mostPauses && monotonicNow() >= end) return false;
+  }
 }
 
 bool Record::takeAfterSleeping(dispatch_time_t deadline) {
