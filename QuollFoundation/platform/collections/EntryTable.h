@@ -47,8 +47,8 @@ template <class Entry> class EntryTable {
   const uint64_t& mutations() const { return mutations_; }
   void noteMutation() { ++mutations_; }
 
-  /// `keys` offers `hash(key)` and `same(wanted, present)`. Null when the key is absent. `hash`, if given, becomes the
-  /// key's, unless the entry was found without it.
+  /// `keys` offers `hash(key)` and `same(wanted, present)`; a key is the same as itself. Null when the key is absent.
+  /// `hash`, if given, becomes the key's, unless the entry was found without it.
   template <class Keys> [[gnu::always_inline]] Entry* find(const void* key, const Keys& keys,
                                                            uint64_t* hash = nullptr) const;
   template <class Keys> [[gnu::always_inline]] Entry* find(const void* key, uint64_t hash, const Keys& keys) const;
@@ -76,6 +76,9 @@ template <class Entry> class EntryTable {
 
  private:
   template <class Same> Entry* searchOneByOne(Same same) const;
+  template <class Keys> [[gnu::always_inline]] Entry* findIndexed(const void* key, uint64_t hash,
+                                                                  const Keys& keys) const;
+  template <class Keys> [[gnu::noinline]] Entry* searchIndex(const void* key, uint64_t hash, const Keys& keys) const;
   void fillIndex();
 
   Entry* entries_ = nullptr;
@@ -100,9 +103,7 @@ template <class Entry> template <class Same> Entry* EntryTable<Entry>::searchOne
 template <class Entry> template <class Keys>
 inline Entry* EntryTable<Entry>::find(const void* key, uint64_t hash, const Keys& keys) const {
   if (!index_.isActive()) return searchOneByOne([&](const void* present) { return keys.same(key, present); });
-  const uint32_t at =
-      index_.find(hash, [&](uint32_t i) { return entries_[i].hash == hash && keys.same(key, entries_[i].key); });
-  return at == HashIndex::none ? nullptr : &entries_[at];
+  return findIndexed(key, hash, keys);
 }
 
 template <class Entry> template <class Keys>
@@ -114,7 +115,26 @@ inline Entry* EntryTable<Entry>::find(const void* key, const Keys& keys, uint64_
   }
   const uint64_t own = keys.hash(key);
   if (hash) *hash = own;
-  return find(key, own, keys);
+  return findIndexed(key, own, keys);
+}
+
+/// The usual case is short, so that a processor which waits for the memory of one key begins to search for the next.
+template <class Entry> template <class Keys>
+inline Entry* EntryTable<Entry>::findIndexed(const void* key, uint64_t hash, const Keys& keys) const {
+  const uint32_t guess = index_.guess(hash);
+  if (guess != HashIndex::none) {
+    Entry* const likely = &entries_[guess];
+    if (likely->key == key || (likely->hash == hash && keys.same(key, likely->key))) [[likely]]
+      return likely;
+  }
+  return searchIndex(key, hash, keys);
+}
+
+template <class Entry> template <class Keys>
+Entry* EntryTable<Entry>::searchIndex(const void* key, uint64_t hash, const Keys& keys) const {
+  const uint32_t at =
+      index_.find(hash, [&](uint32_t i) { return entries_[i].hash == hash && keys.same(key, entries_[i].key); });
+  return at == HashIndex::none ? nullptr : &entries_[at];
 }
 
 template <class Entry> void EntryTable<Entry>::swap(EntryTable& other) noexcept {

@@ -46,6 +46,13 @@ class HashIndex {
       at = (at + 1) & mask_;
     }
   }
+  /// The position that `find` would ask about first, mostly the right one; `none` where that takes more than a look.
+  uint32_t guess(uint64_t hash) const {
+    const uint32_t wanted = spread(hash);
+    const Group& group = groups_[home(wanted)];
+    const uint32_t likely = group.slotsWith(tagOf(wanted));
+    return likely ? group.places[std::countr_zero(likely)] - 1 : none;
+  }
   /// Fetches what `add` will need.
   void prepareToAdd(uint64_t hash) const { __builtin_prefetch(&groups_[home(spread(hash))], 1); }
   /// Of an entry that is not there; there is room for it.
