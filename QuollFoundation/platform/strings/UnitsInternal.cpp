@@ -428,20 +428,25 @@ uint64_t hashOfSums(const uint64_t* sums, size_t length) {
   return HashState(total + length).result();
 }
 
-}  // namespace
-
-uint64_t hashUnits(const char* ascii, size_t length) {
-  if (length <= longestShortHash) return hashShort(ascii, length);
+// By themselves: short texts, which most are, then need no room for sums.
+[[gnu::noinline]] uint64_t hashLong(const char* ascii, size_t length) {
   uint64_t sums[8] = {};
   HWY_DYNAMIC_DISPATCH(SumStripesAscii)(ascii, length, sums);
   return hashOfSums(sums, length);
 }
-
-uint64_t hashUnits(const char16_t* units, size_t length) {
-  if (length <= longestShortHash) return hashShort(units, length);
+[[gnu::noinline]] uint64_t hashLong(const char16_t* units, size_t length) {
   uint64_t sums[8] = {};
   HWY_DYNAMIC_DISPATCH(SumStripesUTF16)(units, length, sums);
   return hashOfSums(sums, length);
+}
+
+}  // namespace
+
+uint64_t hashUnits(const char* ascii, size_t length) {
+  return length <= longestShortHash ? hashShort(ascii, length) : hashLong(ascii, length);
+}
+uint64_t hashUnits(const char16_t* units, size_t length) {
+  return length <= longestShortHash ? hashShort(units, length) : hashLong(units, length);
 }
 
 template <TextUnit A, TextUnit B>
