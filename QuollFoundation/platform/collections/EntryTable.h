@@ -122,7 +122,8 @@ inline Entry* EntryTable<Entry>::find(const void* key, const Keys& keys, uint64_
 template <class Entry> template <class Keys>
 inline Entry* EntryTable<Entry>::findIndexed(const void* key, uint64_t hash, const Keys& keys) const {
   const uint32_t guess = index_.guess(hash);
-  if (guess != HashIndex::none) {
+  if (guess == HashIndex::none) return nullptr;
+  if (guess != HashIndex::elsewhere) {
     Entry* const likely = &entries_[guess];
     if (likely->key == key || (likely->hash == hash && keys.same(key, likely->key))) [[likely]]
       return likely;

@@ -17,7 +17,7 @@ namespace quoll::inline v1::detail {
 /// the entries that went past it: a search ends at a group that none has passed, and a removed entry leaves no trace.
 class HashIndex {
  public:
-  static constexpr uint32_t none = UINT32_MAX;
+  static constexpr uint32_t none = UINT32_MAX, elsewhere = none - 1;
 
   HashIndex() = default;
   /// Empty, with room for `count` entries.
@@ -46,12 +46,14 @@ class HashIndex {
       at = (at + 1) & mask_;
     }
   }
-  /// The position that `find` would ask about first, mostly the right one; `none` where that takes more than a look.
+  /// The position that `find` would ask about first, mostly the right one; `none` when it would find none, and
+  /// `elsewhere` when it would have to go on to another group.
   uint32_t guess(uint64_t hash) const {
     const uint32_t wanted = spread(hash);
     const Group& group = groups_[home(wanted)];
     const uint32_t likely = group.slotsWith(tagOf(wanted));
-    return likely ? group.places[std::countr_zero(likely)] - 1 : none;
+    if (likely) return group.places[std::countr_zero(likely)] - 1;
+    return group.passed ? elsewhere : none;
   }
   /// Fetches what `add` will need.
   void prepareToAdd(uint64_t hash) const { __builtin_prefetch(&groups_[home(spread(hash))], 1); }
